@@ -251,7 +251,10 @@ TEST_F(ResultFile, printingThatWasOffStaysOff) {
 class FullDisk : public testing::Test {
 protected:
     void SetUp() override { testing::FLAGS_gtest_death_test_style = "threadsafe"; }
-    static std::string path() { return testing::TempDir() + "h5io_full_disk.h5"; }
+    static std::string path() {
+        return testing::TempDir() + "h5io_" + testing::UnitTest::GetInstance()->current_test_info()->name() +
+               ".h5";
+    }
     void TearDown() override { std::filesystem::remove(path()); }
 };
 

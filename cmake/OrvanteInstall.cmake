@@ -4,15 +4,22 @@ include(CMakePackageConfigHelpers)
 
 set(ORVANTE_PACKAGE_DIR "${CMAKE_INSTALL_LIBDIR}/cmake/orvante")
 
+# The targets are exported in two sets, so that jsv can be used without the libraries of the rest.
+install(
+    TARGETS orvante_jsv
+    EXPORT orvante-jsv
+    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+    COMPONENT development
+)
 install(
     TARGETS orvante_highfive orvante_api orvante_dataio orvante_h5io orvante_app
     EXPORT orvante-setup
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
     COMPONENT development
 )
-install(TARGETS orvante_setup RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT programs)
+install(TARGETS orvante_setup jsv RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT programs)
 
-foreach(set IN ITEMS setup)
+foreach(set IN ITEMS jsv setup)
     install(
         EXPORT orvante-${set}
         NAMESPACE orvante::

@@ -1,0 +1,51 @@
+#include "jsv/keywords/apply.hpp"
+
+#include "jsv/exceptions.hpp"
+#include "jsv/keywords/groups.hpp"
+#include "jsv/keywords/members.hpp"
+#include "jsv/keywords/references.hpp"
+#include "jsv/keywords/values.hpp"
+
+namespace jsv {
+
+namespace {
+
+struct Checker {
+    const SchemaSite& at;
+
+    void operator()(SubschemaWalk& /*request*/) const {}
+    template <typename Kind>
+    void operator()(Kind& keyword) const {
+        if (!keyword.kept) {
+            keyword.kept = keep(keyword, at);
+        }
+    }
+};
+
+struct Applier {
+    const Place& place;
+    const Site& site;
+
+    void operator()(OneOfKeyword& keyword) const { apply(keyword, place, site); }
+    void operator()(AllOfKeyword& keyword) const { apply(keyword, place, site); }
+    template <typename Kind>
+    void operator()(const Kind& keyword) const {
+        apply(keyword, site);
+    }
+};
+
+} // namespace
+
+void checkParameter(SchemaNode::BuiltKeyword& built, const SchemaNode& owner) {
+    try {
+        std::visit(Checker{{built.place, owner}}, built.keyword);
+    } catch (const nlohmann::json::exception&) {
+        throw InvalidSchemaException(built.place.location(), "The schema is invalid.");
+    }
+}
+
+void apply(SchemaNode::BuiltKeyword& built, const Site& site) {
+    std::visit(Applier{built.place, site}, built.keyword);
+}
+
+} // namespace jsv

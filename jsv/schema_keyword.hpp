@@ -1,0 +1,225 @@
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <variant>
+#include <vector>
+
+#include "jsv/location.hpp"
+#include "jsv/schema_type.hpp"
+
+namespace jsv {
+
+class SchemaNode;
+
+struct SchemaNodeDeleter {
+    void operator()(SchemaNode* node) const;
+};
+using OwnedSchema = std::unique_ptr<SchemaNode, SchemaNodeDeleter>;
+
+/// A list of member names in the order of a schema; refers into the schema document.
+using NameList = std::vector<const std::string*>;
+
+/// A name that a schema accounts for.
+struct AccountedName {
+    const std::string* name;
+    /// Whether the "properties" of that schema have a schema for it.
+    bool described;
+};
+
+/// Accounted names, sorted, each once.
+using NameTable = std::vector<AccountedName>;
+
+// What a keyword keeps of its parameter once it was checked.
+
+struct CheckedParameter {};
+
+struct PropertySchemas {
+    struct Property {
+        const std::string* name;
+        OwnedSchema schema;
+    };
+    /// Sorted by name.
+    std::vector<Property> properties;
+};
+
+struct ItemsSchema {
+    OwnedSchema schema;
+};
+
+struct ReferencedNames {
+    const std::string* itemProperty;
+    const std::string* arrayReference;
+    /// The texts that the data names at the referenced place.
+    std::unordered_set<std::string_view> names;
+};
+
+/// Members by which the alternatives of a group are told apart: each alternative fixes each of them.
+struct Selectors {
+    NameList names;
+    /// Of the first selector: the alternatives that fix it to a text.
+    std::unordered_map<std::string_view, std::vector<std::size_t>> byValue;
+};
+
+struct Alternative {
+    OwnedSchema schema;
+    /// Names that it requires, each once, in the order of the schema.
+    NameList required;
+    /// The texts to which it fixes the selectors, in their order.
+    NameList selectorValues;
+};
+
+/// One group of alternatives: the parameter of a "oneOf".
+struct AlternativeGroup {
+    std::vector<Alternative> alternatives;
+    Selectors selectors;
+    /// No alternative says anything about a datum that is no object.
+    bool speaksOfMembersOnly = true;
+    /// Whether no schema of the group has a fault, however deep; found out when it is first asked.
+    std::optional<bool> faultless;
+    /// Names of all alternatives and their nested groups; put together when they are first asked for.
+    std::optional<NameTable> allNames;
+};
+
+struct AlternativeGroups {
+    std::vector<AlternativeGroup> groups;
+    /// The steps from the keyword to the groups, which the places of their schemas refer to.
+    std::deque<Place> steps;
+};
+
+/// What the alternatives from 1 on hold: the documents' parts that they refer to, and what is kept of the
+/// parameter.
+template <typename Kept>
+struct Keyword {
+    const nlohmann::json* data;
+    const nlohmann::json* parameter;
+    /// Empty until the keyword was applied for the first time.
+    std::optional<Kept> kept = std::nullopt;
+};
+
+/// The request to walk a datum against a nested schema; made by other keywords, not by a member of a schema.
+struct SubschemaWalk {
+    static constexpr bool tracesOnly = false;
+    SchemaNode* schema;
+};
+
+// `tracesOnly`: applied to a datum, the keyword gives nothing but traces.
+
+struct ConstKeyword : Keyword<const std::string*> {
+    static constexpr bool tracesOnly = false;
+};
+
+struct EnumKeyword : Keyword<NameList> {
+    static constexpr bool tracesOnly = false;
+};
+
+struct MinimumKeyword : Keyword<double> {
+    static constexpr bool tracesOnly = false;
+};
+
+struct MaximumKeyword : Keyword<double> {
+    static constexpr bool tracesOnly = false;
+};
+
+struct ExclusiveMinimumKeyword : Keyword<double> {
+    static constexpr bool tracesOnly = false;
+};
+
+struct ExclusiveMaximumKeyword : Keyword<double> {
+    static constexpr bool tracesOnly = false;
+};
+
+struct ItemsKeyword : Keyword<ItemsSchema> {
+    static constexpr bool tracesOnly = false;
+};
+
+struct IgnoredKeyword : Keyword<CheckedParameter> {
+    static constexpr bool tracesOnly = true;
+};
+
+struct OneOfKeyword : Keyword<AlternativeGroup> {
+    static constexpr bool tracesOnly = false;
+};
+
+struct PropertiesKeyword : Keyword<PropertySchemas> {
+    static constexpr bool tracesOnly = false;
+};
+
+struct RequiredInKeyword : Keyword<ReferencedNames> {
+    static constexpr bool tracesOnly = false;
+};
+
+struct RequiredKeyword : Keyword<NameList> {
+    static constexpr bool tracesOnly = false;
+};
+
+struct TypeKeyword : Keyword<SchemaType> {
+    static constexpr bool tracesOnly = false;
+};
+
+struct OptionalKeyword : Keyword<NameList> {
+    static constexpr bool tracesOnly = true;
+};
+
+struct FormatKeyword : Keyword<CheckedParameter> {
+    static constexpr bool tracesOnly = true;
+};
+
+struct DescriptionKeyword : Keyword<CheckedParameter> {
+    static constexpr bool tracesOnly = true;
+};
+
+struct AutoexpandKeyword : Keyword<bool> {
+    static constexpr bool tracesOnly = true;
+};
+
+struct UnitsKeyword : Keyword<CheckedParameter> {
+    static constexpr bool tracesOnly = true;
+};
+
+struct DefaultKeyword : Keyword<CheckedParameter> {
+    static constexpr bool tracesOnly = true;
+};
+
+struct AllOfKeyword : Keyword<AlternativeGroups> {
+    static constexpr bool tracesOnly = false;
+};
+
+/// A keyword of the dialect.
+using SchemaKeyword =
+    std::variant<SubschemaWalk, ConstKeyword, EnumKeyword, MinimumKeyword, MaximumKeyword,
+                 ExclusiveMinimumKeyword, ExclusiveMaximumKeyword, ItemsKeyword, IgnoredKeyword, OneOfKeyword,
+                 PropertiesKeyword, RequiredInKeyword, RequiredKeyword, TypeKeyword, OptionalKeyword,
+                 FormatKeyword, DescriptionKeyword, AutoexpandKeyword, UnitsKeyword, DefaultKeyword,
+                 AllOfKeyword>;
+
+static_assert(std::variant_size_v<SchemaKeyword> == 21);
+
+namespace detail {
+
+template <std::size_t Index, typename Alternative>
+constexpr bool keywordStandsAt =
+    std::is_same_v<std::variant_alternative_t<Index, SchemaKeyword>, Alternative>;
+
+static_assert(keywordStandsAt<0, SubschemaWalk> && keywordStandsAt<1, ConstKeyword>);
+static_assert(keywordStandsAt<2, EnumKeyword> && keywordStandsAt<3, MinimumKeyword>);
+static_assert(keywordStandsAt<4, MaximumKeyword> && keywordStandsAt<5, ExclusiveMinimumKeyword>);
+static_assert(keywordStandsAt<6, ExclusiveMaximumKeyword> && keywordStandsAt<7, ItemsKeyword>);
+static_assert(keywordStandsAt<8, IgnoredKeyword> && keywordStandsAt<9, OneOfKeyword>);
+static_assert(keywordStandsAt<10, PropertiesKeyword> && keywordStandsAt<11, RequiredInKeyword>);
+static_assert(keywordStandsAt<12, RequiredKeyword> && keywordStandsAt<13, TypeKeyword>);
+static_assert(keywordStandsAt<14, OptionalKeyword> && keywordStandsAt<15, FormatKeyword>);
+static_assert(keywordStandsAt<16, DescriptionKeyword> && keywordStandsAt<17, AutoexpandKeyword>);
+static_assert(keywordStandsAt<18, UnitsKeyword> && keywordStandsAt<19, DefaultKeyword>);
+static_assert(keywordStandsAt<20, AllOfKeyword>);
+
+} // namespace detail
+
+} // namespace jsv

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <cstddef>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <vector>
+
+#include "jsv/location.hpp"
+#include "jsv/schema_keyword.hpp"
+#include "jsv/validation_context.hpp"
+
+namespace jsv {
+
+/// A schema that a walk has met, with its keywords, which are kept for the next time that it is met.
+///
+/// Keywords are built one by one, each when it is its turn to be applied for the first time, so that a fault
+/// of the schema surfaces in the order of the walk.
+class SchemaNode {
+public:
+    /// How many schemas may be nested in each other: far above any real schema, far below what would exhaust
+    /// the stack.
+    static constexpr std::size_t maximumDepth = 500;
+
+    struct BuiltKeyword {
+        Place place;
+        SchemaKeyword keyword;
+    };
+
+    /// The schema with which a walk begins.
+    SchemaNode(const nlohmann::json& schema, const Place& place);
+    /// A schema inside another; `place` refers to that of a keyword of the parent.
+    /// @throws InvalidSchemaException the schemas are nested too deep.
+    SchemaNode(const nlohmann::json& schema, const Place& place, const SchemaNode& parent);
+    SchemaNode(const SchemaNode&) = delete;
+    SchemaNode(SchemaNode&&) = delete;
+    SchemaNode& operator=(const SchemaNode&) = delete;
+    SchemaNode& operator=(SchemaNode&&) = delete;
+    ~SchemaNode() = default;
+
+    [[nodiscard]] const nlohmann::json& value() const { return *schema; }
+    [[nodiscard]] const Place& place() const { return where; }
+
+    /// @throws InvalidSchemaException "A schema must be defined by either an object or a boolean."
+    void requireSchema() const;
+
+    [[nodiscard]] bool isComplete() const { return complete; }
+    [[nodiscard]] std::size_t memberCount() const { return schema->size(); }
+    /// The keyword of a member by its position; those before it have been built.
+    /// @throws InvalidSchemaException the member is no keyword, or an exclusive limit's switch is no boolean.
+    BuiltKeyword& keyword(std::size_t member, const ValidationContext& context);
+    /// To be called when every keyword was built and its parameter checked.
+    void finish();
+
+    // Of complete nodes.
+
+    [[nodiscard]] std::vector<BuiltKeyword>& keywords() { return built; }
+    /// Keywords that can give more than traces.
+    [[nodiscard]] const std::vector<BuiltKeyword*>& effectiveKeywords() const { return effective; }
+    /// Names of "required", "optional" and "properties".
+    [[nodiscard]] const NameTable& ownNames() const { return names; }
+    [[nodiscard]] bool describesMembers() const { return hasProperties; }
+
+private:
+    void collectOwnNames();
+
+    const nlohmann::json* schema;
+    Place where;
+    std::size_t depth = 0;
+    bool complete = false;
+    bool hasProperties = false;
+    std::vector<BuiltKeyword> built;
+    nlohmann::json::const_iterator nextMember;
+    std::vector<BuiltKeyword*> effective;
+    NameTable names;
+};
+
+/// Brings collected names into the form of a table.
+void sortNames(NameTable& names);
+
+/// Whether no schema at or below a node has a fault, wherever a walk may go. Builds what a walk would build.
+[[nodiscard]] bool isFaultless(SchemaNode& node, const ValidationContext& context);
+
+} // namespace jsv

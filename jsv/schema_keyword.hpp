@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "jsv/location.hpp"
+#include "jsv/name_index.hpp"
 #include "jsv/schema_type.hpp"
 
 namespace jsv {
@@ -24,30 +25,41 @@ struct SchemaNodeDeleter {
 };
 using OwnedSchema = std::unique_ptr<SchemaNode, SchemaNodeDeleter>;
 
-/// A list of member names in the order of a schema; refers into the schema document.
-using NameList = std::vector<const std::string*>;
+/// Texts in the order of a schema; refers into the schema document.
+using TextList = std::vector<const std::string*>;
 
-/// A name that a schema accounts for.
-struct AccountedName {
-    const std::string* name;
-    /// Whether the "properties" of that schema have a schema for it.
-    bool described;
+/// Member names in the order of a schema.
+using NameList = std::vector<Name>;
+
+/// What a schema says about a name, by the name's number.
+struct NameRole {
+    /// Its keywords account for the name.
+    bool isAccounted = false;
+    /// Its "properties" have a schema for it.
+    bool isDescribed = false;
 };
 
-/// Accounted names, sorted, each once.
-using NameTable = std::vector<AccountedName>;
+/// What a schema says about names; of numbers beyond its end it says nothing.
+using NameRoles = std::vector<NameRole>;
 
 // What a keyword keeps of its parameter once it was checked.
 
 struct CheckedParameter {};
 
+struct AllowedTexts {
+    TextList texts;
+    /// The same, for long lists; empty for short ones.
+    std::unordered_set<std::string_view> lookUp;
+};
+
 struct PropertySchemas {
     struct Property {
-        const std::string* name;
+        Name name;
         OwnedSchema schema;
     };
-    /// Sorted by name.
     std::vector<Property> properties;
+    /// Their schemas by the numbers of their names; null for names that are no property.
+    std::vector<SchemaNode*> byId;
 };
 
 struct ItemsSchema {
@@ -73,7 +85,7 @@ struct Alternative {
     /// Names that it requires, each once, in the order of the schema.
     NameList required;
     /// The texts to which it fixes the selectors, in their order.
-    NameList selectorValues;
+    TextList selectorValues;
 };
 
 /// One group of alternatives: the parameter of a "oneOf".
@@ -85,7 +97,7 @@ struct AlternativeGroup {
     /// Whether no schema of the group has a fault, however deep; found out when it is first asked.
     std::optional<bool> faultless;
     /// Names of all alternatives and their nested groups; put together when they are first asked for.
-    std::optional<NameTable> allNames;
+    std::optional<NameRoles> allNames;
 };
 
 struct AlternativeGroups {
@@ -116,7 +128,7 @@ struct ConstKeyword : Keyword<const std::string*> {
     static constexpr bool tracesOnly = false;
 };
 
-struct EnumKeyword : Keyword<NameList> {
+struct EnumKeyword : Keyword<AllowedTexts> {
     static constexpr bool tracesOnly = false;
 };
 

@@ -13,30 +13,27 @@ void SchemaNodeDeleter::operator()(SchemaNode* node) const {
     std::default_delete<SchemaNode>()(node);
 }
 
-void sortNames(NameTable& names) {
-    // Of one name the described entry comes first and stays.
-    std::sort(names.begin(), names.end(), [](const AccountedName& a, const AccountedName& b) {
-        const int order = a.name->compare(*b.name);
-        return order < 0 || (order == 0 && a.described && !b.described);
-    });
-    const auto sameName = [](const AccountedName& a, const AccountedName& b) { return *a.name == *b.name; };
-    names.erase(std::unique(names.begin(), names.end(), sameName), names.end());
+NameRole& roleOf(const Name& name, NameRoles& roles) {
+    if (roles.size() <= name.id) {
+        roles.resize(name.id + 1);
+    }
+    roles[name.id].isAccounted = true;
+    return roles[name.id];
 }
 
-SchemaNode::SchemaNode(const nlohmann::json& value, const Place& place) : schema(&value), where(place) {
+SchemaNode::SchemaNode(const nlohmann::json& value, const Place& place)
+    : schema(&value), where(place), ownIndex(std::make_unique<NameIndex>()), index(ownIndex.get()) {
     if (schema->is_object()) {
         built.reserve(schema->size()); // places refer to their parents: they must not move
         nextMember = schema->begin();
     }
 }
 
-SchemaNode::SchemaNode(const nlohmann::json& value, const Place& place, const SchemaNode& parent)
+SchemaNode::SchemaNode(const nlohmann::json& value, const Place& place, SchemaNode& parent, Datum datum)
     : SchemaNode(value, place) {
     depth = parent.depth + 1;
-    if (depth > maximumDepth) {
-        throw InvalidSchemaException(
-            where.location(),
-            "The schema is nested more than " + std::to_string(maximumDepth) + " schemas deep: flatten it.");
+    if (datum == Datum::same) {
+        index = parent.index;
     }
 }
 
@@ -44,6 +41,14 @@ void SchemaNode::requireSchema() const {
     if (!schema->is_object() && !schema->is_boolean()) {
         throw InvalidSchemaException(where.location(),
                                      "A schema must be defined by either an object or a boolean.");
+    }
+}
+
+void SchemaNode::requireModestDepth() const {
+    if (depth > maximumDepth) {
+        throw InvalidSchemaException(
+            where.location(),
+            "The schema is nested more than " + std::to_string(maximumDepth) + " schemas deep: flatten it.");
     }
 }
 
@@ -67,24 +72,24 @@ void SchemaNode::finish() {
 }
 
 void SchemaNode::collectOwnNames() {
-    const auto add = [&](const NameList& list) {
-        for (const std::string* name : list) {
-            names.push_back({name, false});
-        }
-    };
     for (const BuiltKeyword& each : built) {
         if (const auto* required = std::get_if<RequiredKeyword>(&each.keyword)) {
-            add(*required->kept);
+            account(*required->kept);
         } else if (const auto* optional = std::get_if<OptionalKeyword>(&each.keyword)) {
-            add(*optional->kept);
+            account(*optional->kept);
         } else if (const auto* properties = std::get_if<PropertiesKeyword>(&each.keyword)) {
             hasProperties = true;
             for (const auto& property : properties->kept->properties) {
-                names.push_back({property.name, true});
+                roleOf(property.name, roles).isDescribed = true;
             }
         }
     }
-    sortNames(names);
+}
+
+void SchemaNode::account(const NameList& names) {
+    for (const Name& name : names) {
+        roleOf(name, roles);
+    }
 }
 
 namespace {
@@ -95,6 +100,7 @@ using Schemas = std::vector<SchemaNode*>;
 
 void addSchemas(const CheckedParameter& /*kept*/, Schemas& /*schemas*/) {}
 void addSchemas(const std::string* /*kept*/, Schemas& /*schemas*/) {}
+void addSchemas(const AllowedTexts& /*kept*/, Schemas& /*schemas*/) {}
 void addSchemas(const NameList& /*kept*/, Schemas& /*schemas*/) {}
 void addSchemas(double /*kept*/, Schemas& /*schemas*/) {}
 void addSchemas(bool /*kept*/, Schemas& /*schemas*/) {}
@@ -150,6 +156,7 @@ bool hasNoFaultBelow(SchemaNode& node, const ValidationContext& context) {
 bool isFaultless(SchemaNode& node, const ValidationContext& context) {
     try {
         node.requireSchema();
+        node.requireModestDepth();
         return !node.value().is_object() || hasNoFaultBelow(node, context);
     } catch (const SchemaValidationException&) {
         return false;

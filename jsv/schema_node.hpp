@@ -1,11 +1,12 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <nlohmann/json.hpp>
-#include <optional>
 #include <vector>
 
 #include "jsv/location.hpp"
+#include "jsv/name_index.hpp"
 #include "jsv/schema_keyword.hpp"
 #include "jsv/validation_context.hpp"
 
@@ -28,9 +29,10 @@ public:
 
     /// The schema with which a walk begins.
     SchemaNode(const nlohmann::json& schema, const Place& place);
+    /// Whether a schema inside another speaks of the same datum as that one.
+    enum class Datum { inner, same };
     /// A schema inside another; `place` refers to that of a keyword of the parent.
-    /// @throws InvalidSchemaException the schemas are nested too deep.
-    SchemaNode(const nlohmann::json& schema, const Place& place, const SchemaNode& parent);
+    SchemaNode(const nlohmann::json& schema, const Place& place, SchemaNode& parent, Datum datum);
     SchemaNode(const SchemaNode&) = delete;
     SchemaNode(SchemaNode&&) = delete;
     SchemaNode& operator=(const SchemaNode&) = delete;
@@ -39,9 +41,13 @@ public:
 
     [[nodiscard]] const nlohmann::json& value() const { return *schema; }
     [[nodiscard]] const Place& place() const { return where; }
+    /// The names that this schema and all that speak of the same datum mention.
+    [[nodiscard]] NameIndex& names() { return *index; }
 
     /// @throws InvalidSchemaException "A schema must be defined by either an object or a boolean."
     void requireSchema() const;
+    /// @throws InvalidSchemaException "The schema is nested more than 500 schemas deep: flatten it."
+    void requireModestDepth() const;
 
     [[nodiscard]] bool isComplete() const { return complete; }
     [[nodiscard]] std::size_t memberCount() const { return schema->size(); }
@@ -56,12 +62,13 @@ public:
     [[nodiscard]] std::vector<BuiltKeyword>& keywords() { return built; }
     /// Keywords that can give more than traces.
     [[nodiscard]] const std::vector<BuiltKeyword*>& effectiveKeywords() const { return effective; }
-    /// Names of "required", "optional" and "properties".
-    [[nodiscard]] const NameTable& ownNames() const { return names; }
+    /// What "required", "optional" and "properties" say.
+    [[nodiscard]] const NameRoles& ownNames() const { return roles; }
     [[nodiscard]] bool describesMembers() const { return hasProperties; }
 
 private:
     void collectOwnNames();
+    void account(const NameList& names);
 
     const nlohmann::json* schema;
     Place where;
@@ -71,11 +78,13 @@ private:
     std::vector<BuiltKeyword> built;
     nlohmann::json::const_iterator nextMember;
     std::vector<BuiltKeyword*> effective;
-    NameTable names;
+    NameRoles roles;
+    std::unique_ptr<NameIndex> ownIndex;
+    NameIndex* index;
 };
 
-/// Brings collected names into the form of a table.
-void sortNames(NameTable& names);
+/// Counts a name as accounted for.
+NameRole& roleOf(const Name& name, NameRoles& roles);
 
 /// Whether no schema at or below a node has a fault, wherever a walk may go. Builds what a walk would build.
 [[nodiscard]] bool isFaultless(SchemaNode& node, const ValidationContext& context);

@@ -1,6 +1,8 @@
 #include "jsv/walk.hpp"
 
 #include <algorithm>
+#include <cstddef>
+#include <utility>
 
 #include "jsv/keywords/apply.hpp"
 
@@ -14,45 +16,104 @@ const Json& valueAt(const Json& document, const Location& location) {
     return document.at(Json::json_pointer(location.text()));
 }
 
-bool isBefore(const AccountedName& entry, const std::string& name) {
-    return *entry.name < name;
-}
-
 } // namespace
 
 void validateAt(const ValidationContext& context, const Location& dataLocation,
                 const Location& schemaLocation, AbstractAnnotationCollection& sink) {
+    const Json& datum = valueAt(context.data, dataLocation);
     const Place place(dataLocation);
     SchemaNode root(valueAt(context.schema, schemaLocation), Place(schemaLocation));
     SchemaNode::BuiltKeyword request{Place(schemaLocation), SubschemaWalk{&root}};
-    Walk walk(context, sink);
-    apply(request, {walk, valueAt(context.data, dataLocation), place});
+    Walk(context, sink).begin(request, datum, place);
+}
+
+void Walk::begin(SchemaNode::BuiltKeyword& request, const Json& datum, const Place& place) {
+    apply(request, {*this, datum, place, noMembers});
 }
 
 void Walk::visit(SchemaNode& node, const Json& datum, const Place& place) {
     trace(place, [] { return SubschemaTrace(); });
-    node.requireSchema();
-    if (node.value().is_boolean()) {
+    if (!node.value().is_object()) {
+        node.requireSchema();
         if (!node.value().get<bool>()) {
             report(place, [] { return InvalidItem(); });
         }
         return;
     }
-    const std::size_t firstTable = accounted.size();
-    applyKeywords(node, datum, place);
-    if (datum.is_object() && !isProbe()) {
-        warnOfUnused(node, datum, place, firstTable);
+    const std::size_t firstAccounted = accounted.size();
+    if (datum.is_object()) {
+        visitObject(node, datum, place);
+    } else {
+        applyKeywords(node, {*this, datum, place, noMembers});
     }
-    accounted.resize(firstTable);
+    if (accounted.size() > firstAccounted) {
+        accounted.resize(firstAccounted);
+    }
 }
 
-void Walk::applyKeywords(SchemaNode& node, const Json& datum, const Place& place) {
-    if (!node.isComplete()) {
-        buildAndApply(node, datum, place);
+void Walk::visitObject(SchemaNode& node, const Json& datum, const Place& place) {
+    Members members(node.names(), datum, scratch);
+    const Site site{*this, datum, place, members};
+    const std::size_t firstAccounted = accounted.size();
+    applyKeywords(node, site);
+    if (!isDecided()) {
+        warnOfUnused(node, site, firstAccounted);
+    }
+}
+
+void Walk::applyAlternative(SchemaNode& node, const Site& site) {
+    applyKeywords(node, site);
+    if (!isDecided()) {
+        account(node.ownNames());
+    }
+}
+
+bool Walk::fits(SchemaNode& node, const Site& site) {
+    const Mark before = mark();
+    const bool fitting = tryOut(node, site);
+    if (!fitting) {
+        forgetSince(before);
+    }
+    return fitting;
+}
+
+void Walk::surfaceFaults(SchemaNode& node, const Site& site) {
+    const Mark before = mark();
+    const bool thoroughBefore = std::exchange(thorough, true);
+    tryOut(node, site);
+    thorough = thoroughBefore;
+    forgetSince(before);
+}
+
+bool Walk::tryOut(SchemaNode& node, const Site& site) {
+    const bool failedBefore = std::exchange(failed, false);
+    ++trials;
+    applyAlternative(node, site);
+    --trials;
+    return !std::exchange(failed, failedBefore);
+}
+
+void Walk::forgetSince(const Mark& mark) {
+    held.erase(held.begin() + static_cast<std::ptrdiff_t>(mark.held), held.end());
+    accounted.resize(mark.accounted);
+}
+
+void Walk::handOnHeld() {
+    if (isTrial()) {
         return;
     }
-    const Site site{*this, datum, place};
-    if (traces) {
+    for (Annotation& annotation : held) {
+        sink.add(std::move(annotation.location), std::move(annotation.issue));
+    }
+    held.clear();
+}
+
+void Walk::applyKeywords(SchemaNode& node, const Site& site) {
+    if (!node.isComplete()) {
+        buildAndApply(node, site);
+        return;
+    }
+    if (tracesNow()) {
         for (SchemaNode::BuiltKeyword& each : node.keywords()) {
             apply(each, site);
         }
@@ -66,35 +127,35 @@ void Walk::applyKeywords(SchemaNode& node, const Json& datum, const Place& place
     }
 }
 
-void Walk::buildAndApply(SchemaNode& node, const Json& datum, const Place& place) {
+void Walk::buildAndApply(SchemaNode& node, const Site& site) {
+    node.requireModestDepth();
     // Each member is built and applied before the next is built: of several faults the first in this order
     // surfaces.
     for (std::size_t member = 0; member < node.memberCount(); ++member) {
         SchemaNode::BuiltKeyword& built = node.keyword(member, context);
         checkParameter(built, node);
-        apply(built, {*this, datum, place});
+        site.members.refresh();
+        apply(built, site);
     }
     if (!node.isComplete()) {
         node.finish();
     }
 }
 
-void Walk::warnOfUnused(const SchemaNode& node, const Json& datum, const Place& place,
-                        std::size_t firstTable) {
-    const NameTable& own = node.ownNames();
-    auto entry = own.begin();
-    for (const auto& [name, value] : datum.get_ref<const Json::object_t&>()) {
-        entry = std::lower_bound(entry, own.end(), name, isBefore);
-        const bool isOwn = entry != own.end() && *entry->name == name;
-        if (isOwn && (entry->described || !node.describesMembers())) {
+void Walk::warnOfUnused(const SchemaNode& node, const Site& site, std::size_t firstAccounted) {
+    const NameRoles& own = node.ownNames();
+    for (std::size_t position = 0; position < site.members.size(); ++position) {
+        const Member member = site.members[position];
+        const NameRole role = member.id < own.size() ? own[member.id] : NameRole();
+        if (role.isDescribed || (role.isAccounted && !node.describesMembers())) {
             continue;
         }
-        const Place member(place, name);
-        if (!isOwn && !isAccounted(name, firstTable)) {
-            report(member, [] { return SuperfluousItem(); });
+        const Place memberPlace(site.place, *member.name);
+        if (!role.isAccounted && !isAccounted(member.id, firstAccounted)) {
+            report(memberPlace, [] { return SuperfluousItem(); });
         }
         if (node.describesMembers()) {
-            warnOfAll(value, member);
+            warnOfAll(*member.value, memberPlace);
         }
     }
 }
@@ -109,17 +170,10 @@ void Walk::warnOfAll(const Json& datum, const Place& place) {
     }
 }
 
-bool Walk::isAccounted(const std::string& name, std::size_t firstTable) const {
-    return std::any_of(accounted.begin() + static_cast<std::ptrdiff_t>(firstTable), accounted.end(),
-                       [&](const NameTable* table) {
-                           const auto entry = std::lower_bound(table->begin(), table->end(), name, isBefore);
-                           return entry != table->end() && *entry->name == name;
-                       });
-}
-
-void Walk::takeOver(const Annotation& annotation) {
-    failed = failed || severityOf(annotation.issue) == Severity::Error;
-    sink->add(annotation.location, annotation.issue);
+bool Walk::isAccounted(std::size_t id, std::size_t firstAccounted) const {
+    return std::any_of(
+        accounted.begin() + static_cast<std::ptrdiff_t>(firstAccounted), accounted.end(),
+        [&](const NameRoles* names) { return id < names->size() && (*names)[id].isAccounted; });
 }
 
 } // namespace jsv

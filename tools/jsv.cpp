@@ -34,16 +34,18 @@ int validateFiles(const std::string& schemaPath, const std::string& dataPath) {
     if (!isReadable(data, dataPath)) {
         return fail("file not found: " + dataPath);
     }
-    return jsv::validate({&std::cout}, data, schema);
+    const int verdict = jsv::validate({&std::cout}, data, schema);
+    return std::cout.good() ? verdict
+                            : fail("the report cannot be written: check where standard output goes.");
 }
 
 int run(int argc, char** argv) {
     TCLAP::CmdLine line(
-        "Validates JSON data against a schema of the jsv dialect. The report goes to standard output; the "
-        "exit status is 0 "
-        "for no finding, 1 for warnings, 2 for errors, and 3 where there is no verdict: a fault in the "
-        "schema, a text "
-        "that is no JSON, a file that is missing.",
+        "Validates JSON data against a schema of the jsv dialect. The report goes to standard output. Exit "
+        "status: 0 "
+        "no finding; 1 warnings; 2 errors; 3 no verdict, because of a fault in the schema, a text that is no "
+        "JSON, or a "
+        "file that is missing.",
         ' ', JSV_VERSION_TAG, true);
     line.setExceptionHandling(false);
     TCLAP::UnlabeledValueArg<std::string> schema("schema", "file with the schema", true, "", "SCHEMA_FILE",
@@ -61,7 +63,7 @@ int main(int argc, char** argv) {
     } catch (const TCLAP::ExitException& end) { // --help and --version
         return end.getExitStatus();
     } catch (const TCLAP::ArgException& fault) {
-        return fail(fault.error() + " (" + fault.argId() + "); usage: jsv SCHEMA_FILE DATA_FILE");
+        return fail(fault.error() + "; usage: jsv SCHEMA_FILE DATA_FILE");
     } catch (const std::exception& failure) {
         return fail(failure.what());
     }

@@ -36,7 +36,7 @@ struct Applier {
 
 } // namespace
 
-void checkParameter(SchemaNode::BuiltKeyword& built, const SchemaNode& owner) {
+void checkParameter(SchemaNode::BuiltKeyword& built, SchemaNode& owner) {
     try {
         std::visit(Checker{{built.place, owner}}, built.keyword);
     } catch (const nlohmann::json::exception&) {

@@ -1,11 +1,10 @@
 #include "jsv/keywords/group_choice.hpp"
 
 #include <algorithm>
-#include <limits>
-#include <numeric>
 #include <string>
 #include <utility>
 
+#include "jsv/keywords/values.hpp"
 #include "jsv/walk.hpp"
 
 namespace jsv {
@@ -16,132 +15,142 @@ using Json = nlohmann::json;
 
 /// The first name of a list that another list lacks; null if it lacks none.
 const std::string* firstBeyond(const NameList& names, const NameList& others) {
-    const auto found = std::find_if(names.begin(), names.end(),
-                                    [&](const std::string* name) { return !contains(others, *name); });
-    return found == names.end() ? nullptr : *found;
+    const auto found =
+        std::find_if(names.begin(), names.end(), [&](const Name& name) { return !contains(others, name); });
+    return found == names.end() ? nullptr : found->text;
 }
 
-const Json* memberOf(const Json& datum, const std::string& name) {
-    const auto member = datum.find(name);
-    return member == datum.end() ? nullptr : &*member;
-}
+/// Gathers the names of alternatives and their nested groups from the schema itself. These have all been
+/// applied to an object before, so that there is no fault in what is read here.
+class NameGathering {
+public:
+    NameGathering(NameIndex& names, NameRoles& gathered) : index(names), roles(gathered) {}
 
-// The names of all alternatives are gathered from the schema itself, which has been walked before: it has no
-// fault.
-
-void addNames(const Json& list, NameTable& names) {
-    for (const Json& name : list) {
-        names.push_back({&name.get_ref<const std::string&>(), false});
-    }
-}
-
-void addNamesOfAlternatives(const Json& alternatives, NameTable& names);
-
-void addNamesOf(const Json& alternative, NameTable& names) {
-    for (const auto& [keyword, parameter] : alternative.get_ref<const Json::object_t&>()) {
-        if (keyword == "required" || keyword == "optional") {
-            addNames(parameter, names);
-        } else if (keyword == "properties") {
-            for (const auto& property : parameter.get_ref<const Json::object_t&>()) {
-                names.push_back({&property.first, false});
-            }
-        } else if (keyword == "oneOf") {
-            addNamesOfAlternatives(parameter, names);
-        } else if (keyword == "allOf") {
-            for (const Json& group : parameter) {
-                addNamesOfAlternatives(group.front(), names);
+    void addAlternative(const Json& alternative) {
+        for (const auto& [keyword, parameter] : alternative.get_ref<const Json::object_t&>()) {
+            if (keyword == "required" || keyword == "optional") {
+                addList(parameter);
+            } else if (keyword == "properties") {
+                addMembers(parameter);
+            } else if (keyword == "oneOf") {
+                addGroup(parameter);
+            } else if (keyword == "allOf") {
+                addGroups(parameter);
             }
         }
     }
-}
 
-void addNamesOfAlternatives(const Json& alternatives, NameTable& names) {
-    for (const Json& alternative : alternatives) {
-        addNamesOf(alternative, names);
-    }
-}
-
-const NameTable& allNamesOf(AlternativeGroup& group) {
-    if (!group.allNames) {
-        group.allNames.emplace();
-        for (const Alternative& alternative : group.alternatives) {
-            addNamesOf(alternative.schema->value(), *group.allNames);
+private:
+    void add(const std::string& text) { roleOf(index.add(text), roles); }
+    void addList(const Json& list) {
+        for (const Json& text : list) {
+            add(text.get_ref<const std::string&>());
         }
-        sortNames(*group.allNames);
     }
-    return *group.allNames;
-}
+    void addMembers(const Json& properties) {
+        for (const auto& property : properties.get_ref<const Json::object_t&>()) {
+            add(property.first);
+        }
+    }
+    void addGroup(const Json& alternatives) {
+        for (const Json& alternative : alternatives) {
+            addAlternative(alternative);
+        }
+    }
+    void addGroups(const Json& groups) {
+        for (const Json& group : groups) {
+            addGroup(group.front());
+        }
+    }
+
+    NameIndex& index;
+    NameRoles& roles;
+};
 
 } // namespace
 
-bool contains(const NameList& names, const std::string& name) {
-    return std::any_of(names.begin(), names.end(), [&](const std::string* each) { return *each == name; });
+bool contains(const NameList& names, const Name& name) {
+    return std::any_of(names.begin(), names.end(), [&](const Name& each) { return each.id == name.id; });
 }
 
 void GroupChoice::run() {
     if (group.speaksOfMembersOnly && !site.datum.is_object()) {
         return;
     }
-    surfaceFaults();
-    if (site.walk.isProbe()) {
-        runProbe();
+    if (site.walk.isThorough()) {
+        applyAll();
         return;
     }
-    const Indices among = candidates();
-    const Indices fits = fitting(among, std::numeric_limits<std::size_t>::max());
-    if (fits.size() == 1) {
-        applyFitting(fits.front());
-    } else if (fits.empty()) {
-        reportNoneFits(among);
+    if (!site.walk.isTrial()) {
+        surfaceFaults(); // a group that is tried lies inside one that has done so
+    }
+    const Mark before = site.walk.mark();
+    std::size_t fits = 0;
+    std::size_t fitting = 0;
+    forEachCandidate([&](std::size_t index) {
+        if (fits < 2 && site.walk.fits(*group.alternatives[index].schema, site)) {
+            ++fits;
+            fitting = index;
+        }
+    });
+    if (fits == 1) {
+        takeFitting(fitting, before);
+        return;
+    }
+    site.walk.forgetSince(before);
+    if (site.walk.isTrial()) {
+        site.walk.fail();
+    } else if (fits == 0) {
+        reportNoneFits();
     } else {
-        reportSeveralFit(fits);
+        reportSeveralFit();
     }
 }
 
-/// All alternatives are applied, so that a fault in any of them surfaces. Where there is none to surface, the
-/// choice may leave out what cannot change it.
+/// Lets a fault surface that lies anywhere in the alternatives where the datum leads to. Where there is none
+/// to surface, the choice may leave out what cannot change it.
 void GroupChoice::surfaceFaults() {
     if (!group.faultless) {
-        group.faultless = std::all_of(group.alternatives.begin(), group.alternatives.end(),
-                                      [&](const Alternative& alternative) {
-                                          return isFaultless(*alternative.schema, site.walk.documents());
-                                      });
+        const auto isClean = [&](const Alternative& alternative) {
+            return isFaultless(*alternative.schema, site.walk.documents());
+        };
+        group.faultless = std::all_of(group.alternatives.begin(), group.alternatives.end(), isClean);
+        site.members.refresh();
     }
-    if (*group.faultless) {
-        return;
+    if (!*group.faultless) {
+        for (const Alternative& alternative : group.alternatives) {
+            site.walk.surfaceFaults(*alternative.schema, site);
+        }
     }
+}
+
+/// For nothing but faults: no choice is made.
+void GroupChoice::applyAll() {
     for (const Alternative& alternative : group.alternatives) {
-        Walk probe = site.walk.probe(true);
-        probe.applyKeywords(*alternative.schema, site.datum, site.place);
+        site.walk.applyAlternative(*alternative.schema, site);
     }
 }
 
-void GroupChoice::runProbe() {
-    if (fitting(candidates(), 2).size() != 1) {
-        site.walk.fail();
-    }
-}
-
-GroupChoice::Indices GroupChoice::candidates() const {
-    Indices indices;
-    const auto addIfCandidate = [&](std::size_t index) {
+/// Alternatives that are not candidates cannot fit: a selector of theirs is missing or another.
+template <typename Action>
+void GroupChoice::forEachCandidate(Action action) const {
+    const auto actOnCandidate = [&](std::size_t index) {
         if (isCandidate(group.alternatives[index])) {
-            indices.push_back(index);
+            action(index);
         }
     };
     const bool selects = !group.selectors.names.empty() && site.datum.is_object();
-    const Json* const first = selects ? memberOf(site.datum, *group.selectors.names.front()) : nullptr;
+    const Json* const first = selects ? site.members.find(group.selectors.names.front()) : nullptr;
     if (first == nullptr) {
         for (std::size_t index = 0; index < group.alternatives.size(); ++index) {
-            addIfCandidate(index);
+            actOnCandidate(index);
         }
     } else if (first->is_string()) {
         const auto named = group.selectors.byValue.find(first->get_ref<const std::string&>());
         if (named != group.selectors.byValue.end()) {
-            std::for_each(named->second.begin(), named->second.end(), addIfCandidate);
+            std::for_each(named->second.begin(), named->second.end(), actOnCandidate);
         }
     }
-    return indices;
 }
 
 /// Whether all selectors of the data are those of the alternative; one that the data lacks need not be
@@ -152,9 +161,9 @@ bool GroupChoice::isCandidate(const Alternative& alternative) const {
     }
     const NameList& names = group.selectors.names;
     for (std::size_t selector = 0; selector < names.size(); ++selector) {
-        const Json* const member = memberOf(site.datum, *names[selector]);
-        const bool equal = member == nullptr ? !contains(alternative.required, *names[selector])
-                                             : *member == *alternative.selectorValues[selector];
+        const Json* const member = site.members.find(names[selector]);
+        const bool equal = member == nullptr ? !contains(alternative.required, names[selector])
+                                             : isText(*member, *alternative.selectorValues[selector]);
         if (!equal) {
             return false;
         }
@@ -162,30 +171,26 @@ bool GroupChoice::isCandidate(const Alternative& alternative) const {
     return true;
 }
 
-GroupChoice::Indices GroupChoice::fitting(const Indices& among, std::size_t atMost) const {
-    Indices fits;
-    for (const std::size_t index : among) {
-        Walk probe = site.walk.probe(false);
-        probe.applyKeywords(*group.alternatives[index].schema, site.datum, site.place);
-        if (!probe.hasFailed()) {
-            fits.push_back(index);
-            if (fits.size() == atMost) {
-                break;
-            }
-        }
+/// The trial of the alternative has left its warnings and names; traces are left by applying it once more.
+void GroupChoice::takeFitting(std::size_t index, const Mark& before) {
+    if (site.walk.keepsTraces() && !site.walk.isTrial()) {
+        site.walk.forgetSince(before);
+        site.walk.applyAlternative(*group.alternatives[index].schema, site);
+        traceChoice(index);
     }
-    return fits;
+    site.walk.handOnHeld();
 }
 
-void GroupChoice::applyFitting(std::size_t index) {
-    SchemaNode& schema = *group.alternatives[index].schema;
-    site.walk.applyKeywords(schema, site.datum, site.place);
-    site.walk.account(schema.ownNames());
-    traceChoice(index);
-}
-
-void GroupChoice::reportSeveralFit(const Indices& fits) {
+void GroupChoice::reportSeveralFit() {
     chooseNone();
+    const Mark before = site.walk.mark();
+    Indices fits;
+    forEachCandidate([&](std::size_t index) {
+        if (site.walk.fits(*group.alternatives[index].schema, site)) {
+            fits.push_back(index);
+        }
+    });
+    site.walk.forgetSince(before);
     for (std::size_t i = 0; i < fits.size() && site.datum.is_object(); ++i) {
         for (std::size_t j = i + 1; j < fits.size(); ++j) {
             const NameList& one = group.alternatives[fits[i]].required;
@@ -201,15 +206,13 @@ void GroupChoice::reportSeveralFit(const Indices& fits) {
     reportInvalid();
 }
 
-void GroupChoice::reportNoneFits(const Indices& among) {
-    if (among.empty() && !group.alternatives.empty()) {
+void GroupChoice::reportNoneFits() {
+    Outcomes outcomes;
+    forEachCandidate([&](std::size_t index) { outcomes.push_back(outcomeOf(index)); });
+    if (outcomes.empty() && !group.alternatives.empty()) {
         chooseNone();
         reportNoCandidate();
         return;
-    }
-    Outcomes outcomes;
-    for (const std::size_t index : among) {
-        outcomes.push_back(outcomeOf(index));
     }
     settle(std::move(outcomes));
 }
@@ -217,12 +220,12 @@ void GroupChoice::reportNoneFits(const Indices& among) {
 /// The data's selectors are those of no alternative.
 void GroupChoice::reportNoCandidate() {
     bool reported = false;
-    for (const std::string* selector : group.selectors.names) {
+    for (const Name& selector : group.selectors.names) {
         const bool isRequired =
             std::any_of(group.alternatives.begin(), group.alternatives.end(),
-                        [&](const Alternative& each) { return contains(each.required, *selector); });
-        if (isRequired && !dataHas(*selector)) {
-            site.walk.report(Place(site.place, *selector), [] { return MissingRequired(); });
+                        [&](const Alternative& each) { return contains(each.required, selector); });
+        if (isRequired && !site.members.has(selector)) {
+            site.walk.report(Place(site.place, *selector.text), [] { return MissingRequired(); });
             reported = true;
         }
     }
@@ -234,10 +237,8 @@ void GroupChoice::reportNoCandidate() {
 GroupChoice::Outcome GroupChoice::outcomeOf(std::size_t index) const {
     Outcome outcome{index, std::make_unique<AnnotationCollection>(site.walk.keepsTraces()), {}, {}, 0};
     Walk walk = site.walk.into(*outcome.findings);
-    SchemaNode& schema = *group.alternatives[index].schema;
-    walk.applyKeywords(schema, site.datum, site.place);
-    walk.account(schema.ownNames());
-    outcome.names = walk.accountedTables();
+    walk.applyAlternative(*group.alternatives[index].schema, {walk, site.datum, site.place, site.members});
+    outcome.names = walk.accountedNames();
     return outcome;
 }
 
@@ -304,7 +305,7 @@ bool GroupChoice::reportCommonFindings(const Outcomes& outcomes) {
 }
 
 void GroupChoice::findOwnNames(Outcomes& outcomes) const {
-    const auto allRequire = [&](const std::string& name) {
+    const auto allRequire = [&](const Name& name) {
         return std::all_of(outcomes.begin(), outcomes.end(), [&](const Outcome& each) {
             return contains(group.alternatives[each.alternative].required, name);
         });
@@ -312,10 +313,10 @@ void GroupChoice::findOwnNames(Outcomes& outcomes) const {
     for (Outcome& outcome : outcomes) {
         outcome.own.clear();
         outcome.present = 0;
-        for (const std::string* name : group.alternatives[outcome.alternative].required) {
-            if (!allRequire(*name)) {
+        for (const Name& name : group.alternatives[outcome.alternative].required) {
+            if (!allRequire(name)) {
                 outcome.own.push_back(name);
-                outcome.present += dataHas(*name) ? 1U : 0U;
+                outcome.present += site.members.has(name) ? 1U : 0U;
             }
         }
     }
@@ -330,25 +331,25 @@ void GroupChoice::reportNonePresent(const Outcomes& outcomes, bool errorReported
             }
             return;
         }
-        if (!contains(names, *outcome.own.front())) {
+        if (!contains(names, outcome.own.front())) {
             names.push_back(outcome.own.front());
         }
     }
     MissingAlternative missing;
     std::transform(names.begin(), names.end(), std::back_inserter(missing.names),
-                   [](const std::string* name) { return *name; });
+                   [](const Name& name) { return *name.text; });
     site.walk.report(site.place, [&] { return missing; });
 }
 
 void GroupChoice::reportAllPresent(const Outcomes& outcomes) {
-    const auto isPresent = [&](const std::string* name) { return dataHas(*name); };
+    const auto isPresent = [&](const Name& name) { return site.members.has(name); };
     const NameList& firstOwn = outcomes.front().own;
     const NameList& firstRequired = group.alternatives[outcomes.front().alternative].required;
-    const std::string* const first = *std::find_if(firstOwn.begin(), firstOwn.end(), isPresent);
+    const Name first = *std::find_if(firstOwn.begin(), firstOwn.end(), isPresent);
     for (const Outcome& outcome : outcomes) {
-        for (const std::string* name : outcome.own) {
-            if (isPresent(name) && !contains(firstRequired, *name)) {
-                site.walk.report(site.place, [&] { return ExclusiveAlternatives{*first, *name}; });
+        for (const Name& name : outcome.own) {
+            if (isPresent(name) && !contains(firstRequired, name)) {
+                site.walk.report(site.place, [&] { return ExclusiveAlternatives{*first.text, *name.text}; });
                 return;
             }
         }
@@ -359,7 +360,7 @@ void GroupChoice::choose(const Outcome& outcome) {
     for (const Annotation& annotation : *outcome.findings) {
         site.walk.takeOver(annotation);
     }
-    for (const NameTable* names : outcome.names) {
+    for (const NameRoles* names : outcome.names) {
         site.walk.account(*names);
     }
     traceChoice(outcome.alternative);
@@ -367,7 +368,21 @@ void GroupChoice::choose(const Outcome& outcome) {
 
 /// An error is not to be followed by warnings about the members that it is about.
 void GroupChoice::chooseNone() {
-    site.walk.account(allNamesOf(group));
+    if (site.datum.is_object()) {
+        site.walk.account(allNames());
+    }
+}
+
+const NameRoles& GroupChoice::allNames() {
+    if (!group.allNames) {
+        NameRoles roles;
+        for (const Alternative& alternative : group.alternatives) {
+            NameGathering(alternative.schema->names(), roles).addAlternative(alternative.schema->value());
+        }
+        group.allNames = std::move(roles);
+        site.members.refresh();
+    }
+    return *group.allNames;
 }
 
 void GroupChoice::reportInvalid() {
@@ -376,10 +391,6 @@ void GroupChoice::reportInvalid() {
 
 void GroupChoice::traceChoice(std::size_t index) {
     site.walk.trace(site.place, [&] { return AlternativeTrace{place.location().text(), index}; });
-}
-
-bool GroupChoice::dataHas(const std::string& name) const {
-    return site.datum.is_object() && site.datum.find(name) != site.datum.end();
 }
 
 } // namespace jsv

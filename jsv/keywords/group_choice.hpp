@@ -8,6 +8,7 @@
 #include "jsv/keywords/apply.hpp"
 #include "jsv/location.hpp"
 #include "jsv/schema_keyword.hpp"
+#include "jsv/walk.hpp"
 
 namespace jsv {
 
@@ -26,12 +27,13 @@ public:
 
 private:
     using Indices = std::vector<std::size_t>;
+    using Mark = Walk::Mark;
 
     /// What applying an alternative gives: its findings and the names that it accounts for.
     struct Outcome {
         std::size_t alternative;
         std::unique_ptr<AnnotationCollection> findings;
-        std::vector<const NameTable*> names;
+        std::vector<const NameRoles*> names;
         /// Names that it requires and not all candidates require, in order.
         NameList own;
         /// How many of them the data has.
@@ -40,15 +42,15 @@ private:
     using Outcomes = std::vector<Outcome>;
 
     void surfaceFaults();
-    void runProbe();
+    void applyAll();
 
-    [[nodiscard]] Indices candidates() const;
+    template <typename Action>
+    void forEachCandidate(Action action) const;
     [[nodiscard]] bool isCandidate(const Alternative& alternative) const;
-    [[nodiscard]] Indices fitting(const Indices& among, std::size_t atMost) const;
 
-    void applyFitting(std::size_t index);
-    void reportSeveralFit(const Indices& fits);
-    void reportNoneFits(const Indices& among);
+    void takeFitting(std::size_t index, const Mark& before);
+    void reportSeveralFit();
+    void reportNoneFits();
     void reportNoCandidate();
 
     [[nodiscard]] Outcome outcomeOf(std::size_t index) const;
@@ -64,14 +66,14 @@ private:
 
     void reportInvalid();
     void traceChoice(std::size_t index);
-    [[nodiscard]] bool dataHas(const std::string& name) const;
+    [[nodiscard]] const NameRoles& allNames();
 
     AlternativeGroup& group;
     const Place& place;
     const Site& site;
 };
 
-/// Whether a name is in a list.
-[[nodiscard]] bool contains(const NameList& names, const std::string& name);
+/// Whether a name is in a list; both belong to one index.
+[[nodiscard]] bool contains(const NameList& names, const Name& name);
 
 } // namespace jsv

@@ -59,15 +59,18 @@ bool speaksOfMembersOnly(const Json& alternative, std::size_t depth) {
 
 /// Names that an alternative requires, each once. What is no list of names is left to the keyword's own
 /// check.
-NameList requiredNames(const Json& alternative) {
+NameList requiredNames(const Json& alternative, NameIndex& index) {
     NameList names;
     const auto required = alternative.find("required");
     if (required == alternative.end() || !required->is_array()) {
         return names;
     }
-    for (const Json& name : *required) {
-        if (name.is_string() && !contains(names, name.get_ref<const std::string&>())) {
-            names.push_back(&name.get_ref<const std::string&>());
+    for (const Json& text : *required) {
+        if (text.is_string()) {
+            const Name name = index.add(text.get_ref<const std::string&>());
+            if (!contains(names, name)) {
+                names.push_back(name);
+            }
         }
     }
     return names;
@@ -87,7 +90,7 @@ const std::string* fixedText(const Json& alternative, const std::string& member)
     return text != schema->end() && text->is_string() ? &text->get_ref<const std::string&>() : nullptr;
 }
 
-void findSelectors(AlternativeGroup& group) {
+void findSelectors(AlternativeGroup& group, NameIndex& index) {
     const auto fixes = [](const std::string& member) {
         return
             [&member](const Alternative& each) { return fixedText(each.schema->value(), member) != nullptr; };
@@ -99,7 +102,7 @@ void findSelectors(AlternativeGroup& group) {
     }
     for (const auto& property : properties->get_ref<const Json::object_t&>()) {
         if (std::all_of(group.alternatives.begin(), group.alternatives.end(), fixes(property.first))) {
-            group.selectors.names.push_back(&property.first);
+            group.selectors.names.push_back(index.add(property.first));
         }
     }
 }
@@ -107,8 +110,8 @@ void findSelectors(AlternativeGroup& group) {
 void keepSelectorValues(AlternativeGroup& group) {
     for (std::size_t index = 0; index < group.alternatives.size(); ++index) {
         Alternative& alternative = group.alternatives[index];
-        for (const std::string* selector : group.selectors.names) {
-            alternative.selectorValues.push_back(fixedText(alternative.schema->value(), *selector));
+        for (const Name& selector : group.selectors.names) {
+            alternative.selectorValues.push_back(fixedText(alternative.schema->value(), *selector.text));
         }
         if (!alternative.selectorValues.empty()) {
             group.selectors.byValue[*alternative.selectorValues.front()].push_back(index);
@@ -116,17 +119,20 @@ void keepSelectorValues(AlternativeGroup& group) {
     }
 }
 
-AlternativeGroup groupFrom(const Json::array_t& elements, const Place& place, const SchemaNode& owner) {
+AlternativeGroup groupFrom(const Json::array_t& elements, const Place& place, SchemaNode& owner) {
     AlternativeGroup group;
-    std::size_t index = 0;
+    NameIndex& index = owner.names();
+    std::size_t number = 0;
     for (const Json& element : elements) {
         group.alternatives.push_back(
-            {OwnedSchema(new SchemaNode(element, Place(place, index), owner)), requiredNames(element), {}});
+            {OwnedSchema(new SchemaNode(element, Place(place, number), owner, SchemaNode::Datum::same)),
+             requiredNames(element, index),
+             {}});
         group.speaksOfMembersOnly = group.speaksOfMembersOnly && speaksOfMembersOnly(element, 0);
-        ++index;
+        ++number;
     }
     if (!group.alternatives.empty()) {
-        findSelectors(group);
+        findSelectors(group, index);
         keepSelectorValues(group);
     }
     return group;

@@ -1,6 +1,6 @@
 #include "jsv/keywords/members.hpp"
 
-#include <algorithm>
+#include <utility>
 
 #include "jsv/keywords/values.hpp"
 #include "jsv/parameter_checks.hpp"
@@ -10,70 +10,23 @@ namespace jsv {
 
 namespace {
 
-void traceAccounted(const std::string& name, const Site& site) {
-    site.walk.trace(Place(site.place, name), [] { return AccountedTrace(); });
+void traceAccounted(const Name& name, const Site& site) {
+    site.walk.trace(Place(site.place, *name.text), [] { return AccountedTrace(); });
 }
 
-} // namespace
-
-NameList keep(const RequiredKeyword& keyword, const SchemaSite& at) {
-    return textsOf(requireArray(*keyword.parameter, at.place));
+NameList namesFrom(const nlohmann::json& parameter, const SchemaSite& at) {
+    NameList names;
+    for (const std::string* text : textsOf(requireArray(parameter, at.place))) {
+        names.push_back(at.owner.names().add(*text));
+    }
+    return names;
 }
 
-void apply(const RequiredKeyword& keyword, const Site& site) {
-    if (!site.datum.is_object()) {
-        return;
-    }
-    const auto& members = site.datum.get_ref<const nlohmann::json::object_t&>();
-    for (const std::string* name : *keyword.kept) {
-        traceAccounted(*name, site);
-        if (members.find(*name) == members.end()) {
-            site.walk.report(Place(site.place, *name), [] { return MissingRequired(); });
-        }
-    }
-}
-
-NameList keep(const OptionalKeyword& keyword, const SchemaSite& at) {
-    return textsOf(requireArray(*keyword.parameter, at.place));
-}
-
-void apply(const OptionalKeyword& keyword, const Site& site) {
-    if (!site.datum.is_object()) {
-        return;
-    }
-    for (const std::string* name : *keyword.kept) {
-        traceAccounted(*name, site);
-    }
-}
-
-PropertySchemas keep(const PropertiesKeyword& keyword, const SchemaSite& at) {
-    PropertySchemas schemas;
-    const auto& members = requireObject(*keyword.parameter, at.place);
-    schemas.properties.reserve(members.size());
-    for (const auto& [name, schema] : members) {
-        schemas.properties.push_back(
-            {&name, OwnedSchema(new SchemaNode(schema, Place(at.place, name), at.owner))});
-    }
-    return schemas;
-}
-
-void apply(const PropertiesKeyword& keyword, const Site& site) {
-    if (!site.datum.is_object()) {
-        return;
-    }
-    const auto& properties = keyword.kept->properties;
-    if (site.walk.keepsTraces()) {
-        for (const auto& property : properties) {
-            traceAccounted(*property.name, site);
-        }
-    }
-    auto property = properties.begin();
-    for (const auto& [name, value] : site.datum.get_ref<const nlohmann::json::object_t&>()) {
-        property =
-            std::lower_bound(property, properties.end(), name,
-                             [](const auto& each, const std::string& wanted) { return *each.name < wanted; });
-        if (property != properties.end() && *property->name == name) {
-            apply(SubschemaWalk{property->schema.get()}, {site.walk, value, Place(site.place, name)});
+void visitByProperty(const PropertySchemas& schemas, const Site& site) {
+    for (const auto& property : schemas.properties) {
+        const nlohmann::json* const value = site.members.find(property.name);
+        if (value != nullptr) {
+            site.walk.visit(*property.schema, *value, Place(site.place, *property.name.text));
             if (site.walk.isDecided()) {
                 return;
             }
@@ -81,20 +34,96 @@ void apply(const PropertiesKeyword& keyword, const Site& site) {
     }
 }
 
+void visitByMember(const PropertySchemas& schemas, const Site& site) {
+    for (std::size_t position = 0; position < site.members.size(); ++position) {
+        const Member member = site.members[position];
+        SchemaNode* const schema = member.id < schemas.byId.size() ? schemas.byId[member.id] : nullptr;
+        if (schema != nullptr) {
+            site.walk.visit(*schema, *member.value, Place(site.place, *member.name));
+            if (site.walk.isDecided()) {
+                return;
+            }
+        }
+    }
+}
+
+} // namespace
+
+NameList keep(const RequiredKeyword& keyword, const SchemaSite& at) {
+    return namesFrom(*keyword.parameter, at);
+}
+
+void apply(const RequiredKeyword& keyword, const Site& site) {
+    if (!site.datum.is_object()) {
+        return;
+    }
+    for (const Name& name : *keyword.kept) {
+        traceAccounted(name, site);
+        if (!site.members.has(name)) {
+            site.walk.report(Place(site.place, *name.text), [] { return MissingRequired(); });
+        }
+    }
+}
+
+NameList keep(const OptionalKeyword& keyword, const SchemaSite& at) {
+    return namesFrom(*keyword.parameter, at);
+}
+
+void apply(const OptionalKeyword& keyword, const Site& site) {
+    if (!site.datum.is_object()) {
+        return;
+    }
+    for (const Name& name : *keyword.kept) {
+        traceAccounted(name, site);
+    }
+}
+
+PropertySchemas keep(const PropertiesKeyword& keyword, const SchemaSite& at) {
+    PropertySchemas kept;
+    for (const auto& [text, schema] : requireObject(*keyword.parameter, at.place)) {
+        const Name name = at.owner.names().add(text);
+        auto node =
+            OwnedSchema(new SchemaNode(schema, Place(at.place, text), at.owner, SchemaNode::Datum::inner));
+        if (kept.byId.size() <= name.id) {
+            kept.byId.resize(name.id + 1, nullptr);
+        }
+        kept.byId[name.id] = node.get();
+        kept.properties.push_back({name, std::move(node)});
+    }
+    return kept;
+}
+
+void apply(const PropertiesKeyword& keyword, const Site& site) {
+    const PropertySchemas& schemas = *keyword.kept;
+    if (!site.datum.is_object()) {
+        return;
+    }
+    if (site.walk.keepsTraces()) {
+        for (const auto& property : schemas.properties) {
+            traceAccounted(property.name, site);
+        }
+    }
+    if (schemas.properties.size() < site.members.size()) {
+        visitByProperty(schemas, site);
+    } else {
+        visitByMember(schemas, site);
+    }
+}
+
 ItemsSchema keep(const ItemsKeyword& keyword, const SchemaSite& at) {
-    ItemsSchema items{OwnedSchema(new SchemaNode(*keyword.parameter, at.place, at.owner))};
-    items.schema->requireSchema();
-    return items;
+    ItemsSchema kept{
+        OwnedSchema(new SchemaNode(*keyword.parameter, at.place, at.owner, SchemaNode::Datum::inner))};
+    kept.schema->requireSchema();
+    return kept;
 }
 
 void apply(const ItemsKeyword& keyword, const Site& site) {
     if (!site.datum.is_array()) {
         return;
     }
-    const SubschemaWalk request{keyword.kept->schema.get()};
     std::size_t index = 0;
     for (const nlohmann::json& element : site.datum.get_ref<const nlohmann::json::array_t&>()) {
-        apply(request, {site.walk, element, Place(site.place, index)});
+        site.walk.visit(*keyword.kept->schema, element, Place(site.place, index));
         if (site.walk.isDecided()) {
             return;
         }

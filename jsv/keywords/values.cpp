@@ -11,15 +11,19 @@ namespace jsv {
 
 namespace {
 
-bool isText(const nlohmann::json& datum, const std::string& text) {
-    return datum.is_string() && datum.get_ref<const std::string&>() == text;
+bool isAllowed(const nlohmann::json& datum, const AllowedTexts& allowed) {
+    if (!allowed.lookUp.empty()) {
+        return datum.is_string() && allowed.lookUp.count(datum.get_ref<const std::string&>()) > 0;
+    }
+    return std::any_of(allowed.texts.begin(), allowed.texts.end(),
+                       [&](const std::string* text) { return isText(datum, *text); });
 }
 
-std::vector<std::string> copyOf(const NameList& names) {
+std::vector<std::string> copyOf(const TextList& texts) {
     std::vector<std::string> copy;
-    copy.reserve(names.size());
-    for (const std::string* name : names) {
-        copy.push_back(*name);
+    copy.reserve(texts.size());
+    for (const std::string* text : texts) {
+        copy.push_back(*text);
     }
     return copy;
 }
@@ -35,8 +39,12 @@ void applyLimit(double limit, const Site& site, Holds holds) {
 
 } // namespace
 
-NameList textsOf(const nlohmann::json::array_t& array) {
-    NameList texts;
+bool isText(const nlohmann::json& datum, const std::string& text) {
+    return datum.is_string() && datum.get_ref<const std::string&>() == text;
+}
+
+TextList textsOf(const nlohmann::json::array_t& array) {
+    TextList texts;
     texts.reserve(array.size());
     for (const nlohmann::json& element : array) {
         texts.push_back(&element.get_ref<const std::string&>());
@@ -54,15 +62,20 @@ void apply(const ConstKeyword& keyword, const Site& site) {
     }
 }
 
-NameList keep(const EnumKeyword& keyword, const SchemaSite& at) {
-    return textsOf(requireArray(*keyword.parameter, at.place));
+AllowedTexts keep(const EnumKeyword& keyword, const SchemaSite& at) {
+    constexpr std::size_t longList = 8;
+    AllowedTexts allowed{textsOf(requireArray(*keyword.parameter, at.place)), {}};
+    if (allowed.texts.size() > longList) {
+        for (const std::string* text : allowed.texts) {
+            allowed.lookUp.insert(*text);
+        }
+    }
+    return allowed;
 }
 
 void apply(const EnumKeyword& keyword, const Site& site) {
-    const NameList& allowed = *keyword.kept;
-    const auto matches = [&](const std::string* text) { return isText(site.datum, *text); };
-    if (std::none_of(allowed.begin(), allowed.end(), matches)) {
-        site.walk.report(site.place, [&] { return EnumMismatch{copyOf(allowed)}; });
+    if (!isAllowed(site.datum, *keyword.kept)) {
+        site.walk.report(site.place, [&] { return EnumMismatch{copyOf(keyword.kept->texts)}; });
     }
 }
 

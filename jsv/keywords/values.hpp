@@ -12,7 +12,7 @@ namespace jsv {
 // kept of it; `apply` applies the keyword to a datum.
 
 [[nodiscard]] const std::string* keep(const ConstKeyword& keyword, const SchemaSite& at);
-[[nodiscard]] NameList keep(const EnumKeyword& keyword, const SchemaSite& at);
+[[nodiscard]] AllowedTexts keep(const EnumKeyword& keyword, const SchemaSite& at);
 [[nodiscard]] double keep(const MinimumKeyword& keyword, const SchemaSite& at);
 [[nodiscard]] double keep(const MaximumKeyword& keyword, const SchemaSite& at);
 [[nodiscard]] double keep(const ExclusiveMinimumKeyword& keyword, const SchemaSite& at);
@@ -39,8 +39,11 @@ void apply(const UnitsKeyword& keyword, const Site& site);
 void apply(const AutoexpandKeyword& keyword, const Site& site);
 void apply(const IgnoredKeyword& keyword, const Site& site);
 
+/// Whether a datum is a text and this one.
+[[nodiscard]] bool isText(const nlohmann::json& datum, const std::string& text);
+
 /// The elements of an array as texts.
 /// @throws nlohmann::json::type_error an element is no string.
-[[nodiscard]] NameList textsOf(const nlohmann::json::array_t& array);
+[[nodiscard]] TextList textsOf(const nlohmann::json::array_t& array);
 
 } // namespace jsv

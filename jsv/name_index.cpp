@@ -1,0 +1,112 @@
+#include "jsv/name_index.hpp"
+
+#include <cstring>
+#include <utility>
+
+namespace jsv {
+
+namespace {
+
+template <typename Number>
+std::uint64_t numberAt(const char* bytes) {
+    Number number = 0;
+    std::memcpy(&number, bytes, sizeof number);
+    return number;
+}
+
+} // namespace
+
+NameIndex::Key::Key(const std::string& text) : size(text.size()) {
+    const char* const begin = text.data();
+    const char* const end = begin + size;
+    if (size >= sizeof(std::uint64_t)) {
+        head = numberAt<std::uint64_t>(begin);
+        tail = numberAt<std::uint64_t>(end - sizeof(std::uint64_t));
+    } else if (size >= sizeof(std::uint32_t)) {
+        head = numberAt<std::uint32_t>(begin);
+        tail = numberAt<std::uint32_t>(end - sizeof(std::uint32_t));
+    } else if (size > 0) {
+        head = numberAt<std::uint8_t>(begin);
+        tail = numberAt<std::uint8_t>(begin + size / 2) << 8U | numberAt<std::uint8_t>(end - 1);
+    }
+}
+
+std::size_t NameIndex::Key::hash() const {
+    // Odd constants with well-spread bits (from the fractional parts of the golden ratio and of the square
+    // root of 2).
+    const std::uint64_t mixed = (head ^ (tail * 0x9E3779B97F4A7C15U) ^ size) * 0x6A09E667F3BCC909U;
+    return static_cast<std::size_t>(mixed ^ (mixed >> 32U));
+}
+
+std::size_t NameIndex::slotOf(const Key& key, const std::string& text) const {
+    const std::size_t mask = slots.size() - 1;
+    std::size_t position = key.hash() & mask;
+    while (slots[position].text != nullptr &&
+           !(slots[position].key == key && (key.decides() || *slots[position].text == text))) {
+        position = (position + 1) & mask;
+    }
+    return position;
+}
+
+Name NameIndex::add(const std::string& text) {
+    if (2 * (count + 1) > slots.size()) {
+        grow();
+    }
+    const Key key(text);
+    Slot& slot = slots[slotOf(key, text)];
+    if (slot.text == nullptr) {
+        slot = {key, &text, count};
+        ++count;
+    }
+    return {slot.text, slot.id};
+}
+
+void NameIndex::grow() {
+    constexpr std::size_t smallest = 16;
+    std::vector<Slot> larger(slots.empty() ? smallest : 2 * slots.size());
+    larger.swap(slots);
+    for (const Slot& slot : larger) {
+        if (slot.text != nullptr) {
+            slots[slotOf(slot.key, *slot.text)] = slot;
+        }
+    }
+}
+
+Members::Members(const NameIndex& names, const nlohmann::json& value, MemberScratch& room)
+    : index(names),
+      datum(value),
+      scratch(room),
+      firstMember(scratch.members.size()),
+      firstValue(scratch.valueOfId.size()) {
+    match();
+}
+
+void Members::refresh() {
+    if (namesMatched != index.size()) {
+        giveRoomBack();
+        match();
+    }
+}
+
+void Members::match() {
+    namesMatched = index.size();
+    if (!datum.is_object()) {
+        return;
+    }
+    count = datum.size();
+    scratch.valueOfId.resize(firstValue + namesMatched, nullptr);
+    for (const auto& [name, value] : datum.get_ref<const nlohmann::json::object_t&>()) {
+        const std::size_t id = index.find(name);
+        scratch.members.push_back({&name, &value, id});
+        if (id != NameIndex::unknown) {
+            scratch.valueOfId[firstValue + id] = &value;
+        }
+    }
+}
+
+void Members::giveRoomBack() {
+    scratch.members.resize(firstMember);
+    scratch.valueOfId.resize(firstValue);
+}
+
+} // namespace jsv

@@ -3,7 +3,7 @@
 #
 #   scripts/install_dependencies.sh [--run | --ci] [--quiet]
 #
-#   --run     only what scripts/run.sh needs: compiler, build tools, libraries
+#   --run     only what scripts/run.sh needs: compiler, build tools, libraries, h5dump
 #   --ci      also what .ci/run needs: clang, its sanitizers, formatter, linter, what the benchmarks compare with
 #   --quiet   say nothing when everything is there
 #
@@ -14,7 +14,7 @@ export LC_ALL=C DEBIAN_FRONTEND=noninteractive
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
 run_packages=(g++ cmake ninja-build pkg-config libtclap-dev libhdf5-dev)
-test_packages=(git hdf5-tools libgtest-dev libgmock-dev libbenchmark-dev python3 python3-h5py python3-jsonschema)
+test_packages=(git libgtest-dev libgmock-dev libbenchmark-dev python3 python3-h5py python3-jsonschema)
 ci_packages=(clang clang-format clang-tidy llvm shellcheck rapidjson-dev libvalijson-dev)
 
 # The JSON library is needed in exactly this version. A release of Debian that has another one takes the package of the

@@ -13,7 +13,7 @@ export LC_ALL=C DEBIAN_FRONTEND=noninteractive
 # shellcheck source=scripts/lib.sh
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
-run_packages=(g++ cmake ninja-build pkg-config libtclap-dev libhdf5-dev)
+run_packages=(g++ cmake ninja-build pkg-config libtclap-dev libhdf5-dev hdf5-tools)
 test_packages=(git libgtest-dev libgmock-dev libbenchmark-dev python3 python3-h5py python3-jsonschema)
 ci_packages=(clang clang-format clang-tidy llvm shellcheck rapidjson-dev libvalijson-dev)
 

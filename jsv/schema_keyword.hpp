@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <deque>
+#include <map>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -9,6 +10,7 @@
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -66,11 +68,17 @@ struct ItemsSchema {
     OwnedSchema schema;
 };
 
+using TextSet = std::unordered_set<std::string_view>;
+
+/// The texts that the elements of an array of the data have under a name: every reference to them shares one
+/// set.
+using ReferencedTexts = std::map<std::pair<const nlohmann::json*, std::string>, TextSet>;
+
 struct ReferencedNames {
     const std::string* itemProperty;
     const std::string* arrayReference;
-    /// The texts that the data names at the referenced place.
-    std::unordered_set<std::string_view> names;
+    /// Null where the reference leads to no array.
+    const TextSet* names;
 };
 
 /// Members by which the alternatives of a group are told apart: each alternative fixes each of them.

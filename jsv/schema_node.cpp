@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include "jsv/exceptions.hpp"
 #include "jsv/keyword_factory.hpp"
@@ -22,18 +23,26 @@ NameRole& roleOf(const Name& name, NameRoles& roles) {
 }
 
 SchemaNode::SchemaNode(const nlohmann::json& value, const Place& place)
-    : schema(&value), where(place), ownIndex(std::make_unique<NameIndex>()), index(ownIndex.get()) {
-    if (schema->is_object()) {
-        built.reserve(schema->size()); // places refer to their parents: they must not move
-        nextMember = schema->begin();
-    }
-}
+    : SchemaNode(value, place, std::make_shared<ReferencedTexts>()) {}
 
 SchemaNode::SchemaNode(const nlohmann::json& value, const Place& place, SchemaNode& parent, Datum datum)
-    : SchemaNode(value, place) {
+    : SchemaNode(value, place, parent.references) {
     depth = parent.depth + 1;
     if (datum == Datum::same) {
         index = parent.index;
+    }
+}
+
+SchemaNode::SchemaNode(const nlohmann::json& value, const Place& place,
+                       std::shared_ptr<ReferencedTexts> shared)
+    : schema(&value),
+      where(place),
+      ownIndex(std::make_unique<NameIndex>()),
+      index(ownIndex.get()),
+      references(std::move(shared)) {
+    if (schema->is_object()) {
+        built.reserve(schema->size()); // places refer to their parents: they must not move
+        nextMember = schema->begin();
     }
 }
 

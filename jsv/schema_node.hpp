@@ -43,6 +43,8 @@ public:
     [[nodiscard]] const Place& place() const { return where; }
     /// The names that this schema and all that speak of the same datum mention.
     [[nodiscard]] NameIndex& names() { return *index; }
+    /// What references of all schemas of a walk have looked up in its data.
+    [[nodiscard]] ReferencedTexts& referencedTexts() { return *references; }
 
     /// @throws InvalidSchemaException "A schema must be defined by either an object or a boolean."
     void requireSchema() const;
@@ -67,6 +69,8 @@ public:
     [[nodiscard]] bool describesMembers() const { return hasProperties; }
 
 private:
+    SchemaNode(const nlohmann::json& schema, const Place& place, std::shared_ptr<ReferencedTexts> shared);
+
     void collectOwnNames();
     void account(const NameList& names);
 
@@ -81,6 +85,7 @@ private:
     NameRoles roles;
     std::unique_ptr<NameIndex> ownIndex;
     NameIndex* index;
+    std::shared_ptr<ReferencedTexts> references;
 };
 
 /// Counts a name as accounted for.

@@ -29,17 +29,26 @@ const Json* valueAt(const Json& document, const Json::json_pointer& pointer) {
     }
 }
 
-void collectNames(const Json& array, const std::string& property,
-                  std::unordered_set<std::string_view>& names) {
+TextSet textsIn(const Json& array, const std::string& property) {
+    TextSet texts;
     for (const Json& element : array) {
         if (!element.is_object()) {
             continue;
         }
-        const auto name = element.find(property);
-        if (name != element.end() && name->is_string()) {
-            names.insert(name->get_ref<const std::string&>());
+        const auto text = element.find(property);
+        if (text != element.end() && text->is_string()) {
+            texts.insert(text->get_ref<const std::string&>());
         }
     }
+    return texts;
+}
+
+const TextSet* lookUp(ReferencedTexts& known, const Json& array, const std::string& property) {
+    const auto [entry, isNew] = known.try_emplace({&array, property});
+    if (isNew) {
+        entry->second = textsIn(array, property);
+    }
+    return &entry->second;
 }
 
 } // namespace
@@ -49,20 +58,21 @@ ReferencedNames keep(const RequiredInKeyword& keyword, const SchemaSite& at) {
     const std::string propertyKey = "itemProperty";
     const std::string referenceKey = "$array_ref";
     const Place referencePlace(at.place, referenceKey);
-    ReferencedNames kept;
-    kept.itemProperty = &requireString(keyword.parameter->at(propertyKey), Place(at.place, propertyKey));
-    kept.arrayReference = &requireString(keyword.parameter->at(referenceKey), referencePlace);
-    const Json* const array = valueAt(*keyword.data, pointerFrom(*kept.arrayReference, referencePlace));
-    if (array != nullptr && array->is_array()) {
-        collectNames(*array, *kept.itemProperty, kept.names);
-    }
-    return kept;
+    const std::string& property =
+        requireString(keyword.parameter->at(propertyKey), Place(at.place, propertyKey));
+    const std::string& reference = requireString(keyword.parameter->at(referenceKey), referencePlace);
+    const Json* const array = valueAt(*keyword.data, pointerFrom(reference, referencePlace));
+    const bool leadsToArray = array != nullptr && array->is_array();
+    return {&property, &reference,
+            leadsToArray ? lookUp(at.owner.referencedTexts(), *array, property) : nullptr};
 }
 
 void apply(const RequiredInKeyword& keyword, const Site& site) {
     const ReferencedNames& referenced = *keyword.kept;
     const Json& datum = site.datum;
-    if (!datum.is_string() || referenced.names.count(datum.get_ref<const std::string&>()) == 0) {
+    const bool isNamed = referenced.names != nullptr && datum.is_string() &&
+                         referenced.names->count(datum.get_ref<const std::string&>()) > 0;
+    if (!isNamed) {
         site.walk.report(site.place, [&] {
             return RequiredInMismatch{*referenced.itemProperty, *referenced.arrayReference};
         });

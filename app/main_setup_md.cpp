@@ -62,7 +62,7 @@ void OrvanteSetup::writeModel() const {
 /// Lets a write beyond the limit on file sizes fail like one on a full disk, instead of ending the process.
 void survivePassingFileSizeLimit() {
 #ifdef SIGXFSZ
-    std::signal(SIGXFSZ, SIG_IGN);
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
 #endif
 }
 

@@ -1,11 +1,14 @@
 #include "dataio/json_reader.hpp"
 
+#include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <limits>
 #include <sstream>
+#include <type_traits>
 #include <utility>
 
 #include "api/base_exception.hpp"
@@ -73,9 +76,29 @@ bool holds(const Json& node) {
     }
 }
 
+/// Whether the conversion of a number has a result: that of a fraction beyond the range of `int` has none.
+bool fitsInt(const Json& node) {
+    if (!node.is_number_float()) {
+        return true;
+    }
+    const double truncated = std::trunc(node.get<double>());
+    return truncated >= std::numeric_limits<int>::min() && truncated <= std::numeric_limits<int>::max();
+}
+
+template <typename Value>
+bool converts(const Json& node) {
+    if constexpr (std::is_same_v<Value, int>) {
+        return fitsInt(node);
+    } else if constexpr (std::is_same_v<Value, std::vector<int>>) {
+        return std::all_of(node.begin(), node.end(), fitsInt);
+    } else {
+        return true;
+    }
+}
+
 template <typename Value>
 Value valueOr(const Json* node, const Value& fallback) {
-    return node != nullptr && holds<Value>(*node) ? node->get<Value>() : fallback;
+    return node != nullptr && holds<Value>(*node) && converts<Value>(*node) ? node->get<Value>() : fallback;
 }
 
 template <typename Value>

@@ -41,14 +41,19 @@ struct Input {
     int index2 = 0;
 };
 
+int indexFrom(char byte) {
+    const int value = static_cast<unsigned char>(byte);
+    return value < 128 ? value : value - 256;
+}
+
 /// Two bytes give the indices, the rest is path, middle and key, a line each.
 Input inputFrom(const std::string& bytes) {
     Input input;
     if (bytes.size() < 2) {
         return input;
     }
-    input.index = static_cast<signed char>(bytes[0]);
-    input.index2 = static_cast<signed char>(bytes[1]);
+    input.index = indexFrom(bytes[0]);
+    input.index2 = indexFrom(bytes[1]);
     const std::size_t first = bytes.find('\n', 2);
     const std::size_t second = first == std::string::npos ? first : bytes.find('\n', first + 1);
     input.path = bytes.substr(2, first == std::string::npos ? first : first - 2);

@@ -44,9 +44,9 @@ void Location::append(std::string_view name) {
 
 void Location::append(std::size_t index) {
     std::array<char, std::numeric_limits<std::size_t>::digits10 + 1> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), index).ptr;
+    const char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), index).ptr;
     pointer += '/';
-    pointer.append(digits.data(), end);
+    pointer.append(digits.data(), static_cast<std::size_t>(end - digits.data()));
 }
 
 std::vector<std::string> Location::components() const {

@@ -28,11 +28,11 @@ public:
     };
 
     /// The schema with which a walk begins.
-    SchemaNode(const nlohmann::json& schema, const Place& place);
+    SchemaNode(const nlohmann::json& value, const Place& place);
     /// Whether a schema inside another speaks of the same datum as that one.
     enum class Datum { inner, same };
     /// A schema inside another; `place` refers to that of a keyword of the parent.
-    SchemaNode(const nlohmann::json& schema, const Place& place, SchemaNode& parent, Datum datum);
+    SchemaNode(const nlohmann::json& value, const Place& place, SchemaNode& parent, Datum datum);
     SchemaNode(const SchemaNode&) = delete;
     SchemaNode(SchemaNode&&) = delete;
     SchemaNode& operator=(const SchemaNode&) = delete;
@@ -69,7 +69,7 @@ public:
     [[nodiscard]] bool describesMembers() const { return hasProperties; }
 
 private:
-    SchemaNode(const nlohmann::json& schema, const Place& place, std::shared_ptr<ReferencedTexts> shared);
+    SchemaNode(const nlohmann::json& value, const Place& place, std::shared_ptr<ReferencedTexts> shared);
 
     void collectOwnNames();
     void account(const NameList& names);

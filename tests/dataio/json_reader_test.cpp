@@ -257,6 +257,17 @@ TEST(GetInt, truncatesAFloatTowardZero) {
     EXPECT_EQ(JSONReader(R"({"A":-2.9})").getInt("A", 0), -2);
 }
 
+TEST(GetInt, fractionBeyondTheRangeCountsAsWrongKind) {
+    const JSONReader reader(R"({"big":1e300,"last":2147483647.9,"first":-2147483648.5,"list":[1,1e300]})");
+    const auto answer = ask([&](bool& found) { return reader.getInt("big", found); });
+    EXPECT_EQ(answer.value, absentInt);
+    EXPECT_TRUE(answer.found);
+    EXPECT_EQ(reader.getInt("big", 5), 5);
+    EXPECT_EQ(reader.getInt("last", 5), 2147483647);
+    EXPECT_EQ(reader.getInt("first", 5), absentInt);
+    EXPECT_EQ(reader.getIntVector("list", Ints{7}), Ints{7});
+}
+
 TEST(GetInt, wrongKindGivesTheAbsentValueSilently) {
     const auto answer =
         ask([](bool& found) { return JSONReader(R"({"A":{"B":"x"}})").getInt("A/B", found); });

@@ -9,7 +9,6 @@
 
 namespace {
 
-using dataio::maximumNesting;
 using dataio::readAll;
 using dataio::requireModestNesting;
 

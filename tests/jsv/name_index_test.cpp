@@ -9,7 +9,6 @@
 
 namespace {
 
-using jsv::Member;
 using jsv::Members;
 using jsv::MemberScratch;
 using jsv::Name;

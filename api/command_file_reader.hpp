@@ -15,8 +15,9 @@ namespace api {
 /// was found, write the line " -> path <PATH> not found." to `std::cerr` when it was not, and return the
 /// absent value when it was not found or is of another kind than asked for: false, the smallest `int`, a
 /// quiet NaN, an empty string, an empty vector, the size 0. The operations that take `fallback` are silent
-/// and return a copy of it in these cases. A number of any kind is accepted as `int` (truncated toward zero)
-/// and as `double`.
+/// and return a copy of it in these cases. A number of any kind is accepted as `double`
+/// and, truncated toward zero, as `int`; a fraction beyond the range of `int` counts as a value of another
+/// kind.
 ///
 /// @throws std::exception (all queries) a path goes through a value that has no members; an index is
 /// negative; an element of an array that is read as a vector is of the wrong kind.

@@ -36,9 +36,9 @@ function(orvante_target target)
     set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF CXX_STANDARD 17 CXX_STANDARD_REQUIRED ON)
 endfunction()
 
-# A library of one folder: orvante_library(name [INTERFACE] HEADERS ... SOURCES ... LINKS ...) makes orvante::name.
+# A library of one folder: orvante_library(name HEADERS ... SOURCES ... LINKS ...) makes orvante::name.
 function(orvante_library name)
-    cmake_parse_arguments(PARSE_ARGV 1 LIB "" "" "HEADERS;SOURCES;LINKS;PRIVATE_LINKS")
+    cmake_parse_arguments(PARSE_ARGV 1 LIB "" "" "HEADERS;SOURCES;LINKS")
     set(target orvante_${name})
     if(LIB_SOURCES)
         add_library(${target} STATIC ${LIB_SOURCES} ${LIB_HEADERS})
@@ -58,9 +58,6 @@ function(orvante_library name)
             "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/orvante>"
     )
     target_link_libraries(${target} ${scope} ${LIB_LINKS})
-    if(LIB_PRIVATE_LINKS)
-        target_link_libraries(${target} PRIVATE ${LIB_PRIVATE_LINKS})
-    endif()
     foreach(header IN LISTS LIB_HEADERS)
         cmake_path(GET header PARENT_PATH folder)
         install(FILES "${header}" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/orvante/${name}/${folder}" COMPONENT development)

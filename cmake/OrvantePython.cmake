@@ -1,4 +1,4 @@
-# The interpreter of the test scripts: ORVANTE_PYTHON, one that can read result files with h5py.
+# The interpreter of the test scripts: Python3_EXECUTABLE, one that can read result files with h5py.
 #
 # The first python3 on the path need not be the one for which the distribution packages h5py and jsonschema.
 

@@ -61,7 +61,7 @@ std::string readAll(std::istream& stream, const std::string& name) {
     std::size_t expected = bytesLeft(stream);
     do {
         const std::size_t size = text.size();
-        const std::size_t block = expected > size ? expected - size : readBlock;
+        const std::size_t block = expected > 0 ? expected : readBlock;
         text.resize(size + block);
         stream.read(&text[size], static_cast<std::streamsize>(block));
         text.resize(size + static_cast<std::size_t>(stream.gcount()));

@@ -40,7 +40,6 @@ public:
     ~SchemaNode() = default;
 
     [[nodiscard]] const nlohmann::json& value() const { return *schema; }
-    [[nodiscard]] const Place& place() const { return where; }
     /// The names that this schema and all that speak of the same datum mention.
     [[nodiscard]] NameIndex& names() { return *index; }
     /// What references of all schemas of a walk have looked up in its data.

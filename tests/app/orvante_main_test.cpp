@@ -23,10 +23,6 @@ using testing::internal::GetCapturedStdout;
 
 const std::string killed = " -> ... unfortunately ORVANTE is killed!\n";
 
-std::function<void()> throwing(const std::function<void()>& action) {
-    return action;
-}
-
 /// An application whose steps are recorded and whose job is given by the test.
 class Application : public OrvanteMain {
 public:
@@ -149,25 +145,23 @@ protected:
 };
 
 TEST_F(Failure, baseExceptionAddsTheKilledLine) {
-    EXPECT_EXIT(live(false, "x", throwing([] { throw BaseException(); })), ExitedWithCode(1),
-                exactly(killed));
+    EXPECT_EXIT(live(false, "x", [] { throw BaseException(); }), ExitedWithCode(1), exactly(killed));
 }
 
 TEST_F(Failure, otherExceptionGivesThreeLines) {
-    EXPECT_EXIT(live(false, "x", throwing([] { throw std::runtime_error("what happened"); })),
-                ExitedWithCode(1),
+    EXPECT_EXIT(live(false, "x", [] { throw std::runtime_error("what happened"); }), ExitedWithCode(1),
                 exactly(" -> unhandled exception (actually, this should never happen)\n -> what happened\n" +
                         killed));
 }
 
 TEST_F(Failure, exhaustedMemoryIsAnOtherException) {
-    EXPECT_EXIT(live(false, "x", throwing([] { throw std::bad_alloc(); })), ExitedWithCode(1),
+    EXPECT_EXIT(live(false, "x", [] { throw std::bad_alloc(); }), ExitedWithCode(1),
                 exactly(" -> unhandled exception (actually, this should never happen)\n -> std::bad_alloc\n" +
                         killed));
 }
 
 TEST_F(Failure, argumentExceptionOfTheJobEndsTheProcessAbnormally) {
-    EXPECT_EXIT(live(false, "x", throwing([] { throw TCLAP::ArgException("bad value", "name"); })),
+    EXPECT_EXIT(live(false, "x", [] { throw TCLAP::ArgException("bad value", "name"); }),
                 testing::KilledBySignal(SIGABRT), "^ -> error: bad value for arg Argument: name\n");
 }
 
@@ -181,8 +175,7 @@ TEST_F(Failure, argumentExceptionWhileDefiningEndsTheProcessAbnormally) {
 }
 
 TEST_F(Failure, missingCommandFileIsToldBeforeTheJob) {
-    EXPECT_EXIT(live(true, "missing/model.json", throwing([] { std::cerr << "job" << std::endl; })),
-                ExitedWithCode(1),
+    EXPECT_EXIT(live(true, "missing/model.json", [] { std::cerr << "job" << std::endl; }), ExitedWithCode(1),
                 exactly(" -> configuration file not found: missing/model.json\n" + killed));
 }
 

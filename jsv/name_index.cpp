@@ -1,6 +1,7 @@
 #include "jsv/name_index.hpp"
 
 #include <cstring>
+#include <functional>
 #include <utility>
 
 namespace jsv {
@@ -31,16 +32,20 @@ NameIndex::Key::Key(const std::string& text) : size(text.size()) {
     }
 }
 
-std::size_t NameIndex::Key::hash() const {
+std::size_t NameIndex::hashOf(const Key& key, const std::string& text) {
+    // Long texts may differ in their middles alone.
+    const std::size_t middle = key.decides() ? 0 : std::hash<std::string>()(text);
     // Odd constants with well-spread bits (from the fractional parts of the golden ratio and of the square
-    // root of 2).
-    const std::uint64_t mixed = (head ^ (tail * 0x9E3779B97F4A7C15U) ^ size) * 0x6A09E667F3BCC909U;
+    // root of 2). A multiplication spreads bits upwards only, so the upper ones are brought down before and
+    // after the second: numbered names differ in them alone.
+    std::uint64_t mixed = key.head ^ (key.tail * 0x9E3779B97F4A7C15U) ^ key.size ^ middle;
+    mixed = (mixed ^ (mixed >> 32U)) * 0x6A09E667F3BCC909U;
     return static_cast<std::size_t>(mixed ^ (mixed >> 32U));
 }
 
 std::size_t NameIndex::slotOf(const Key& key, const std::string& text) const {
     const std::size_t mask = slots.size() - 1;
-    std::size_t position = key.hash() & mask;
+    std::size_t position = hashOf(key, text) & mask;
     while (slots[position].text != nullptr &&
            !(slots[position].key == key && (key.decides() || *slots[position].text == text))) {
         position = (position + 1) & mask;

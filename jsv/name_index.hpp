@@ -39,7 +39,6 @@ private:
         explicit Key(const std::string& text);
 
         [[nodiscard]] bool decides() const { return size <= 2 * sizeof(std::uint64_t); }
-        [[nodiscard]] std::size_t hash() const;
         friend bool operator==(const Key& a, const Key& b) {
             return a.head == b.head && a.tail == b.tail && a.size == b.size;
         }
@@ -54,6 +53,7 @@ private:
         std::size_t id = unknown;
     };
 
+    [[nodiscard]] static std::size_t hashOf(const Key& key, const std::string& text);
     /// The slot of a text, or the free one where it belongs.
     [[nodiscard]] std::size_t slotOf(const Key& key, const std::string& text) const;
     void grow();

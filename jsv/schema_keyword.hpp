@@ -68,7 +68,7 @@ struct ItemsSchema {
     OwnedSchema schema;
 };
 
-using TextSet = std::unordered_set<std::string_view>;
+using TextSet = NameIndex;
 
 /// The texts that the elements of an array of the data have under a name: every reference to them shares one
 /// set.

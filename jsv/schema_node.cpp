@@ -77,6 +77,9 @@ void SchemaNode::finish() {
         }
     }
     collectOwnNames();
+    for (const BuiltKeyword* each : effective) {
+        check.add(each->keyword);
+    }
     complete = true;
 }
 

@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <vector>
 
+#include "jsv/keywords/value_check.hpp"
 #include "jsv/location.hpp"
 #include "jsv/name_index.hpp"
 #include "jsv/schema_keyword.hpp"
@@ -63,6 +64,8 @@ public:
     [[nodiscard]] std::vector<BuiltKeyword>& keywords() { return built; }
     /// Keywords that can give more than traces.
     [[nodiscard]] const std::vector<BuiltKeyword*>& effectiveKeywords() const { return effective; }
+    /// What its keywords ask of a datum without members.
+    [[nodiscard]] const ValueCheck& valueCheck() const { return check; }
     /// What "required", "optional" and "properties" say.
     [[nodiscard]] const NameRoles& ownNames() const { return roles; }
     [[nodiscard]] bool describesMembers() const { return hasProperties; }
@@ -81,6 +84,7 @@ private:
     std::vector<BuiltKeyword> built;
     nlohmann::json::const_iterator nextMember;
     std::vector<BuiltKeyword*> effective;
+    ValueCheck check;
     NameRoles roles;
     std::unique_ptr<NameIndex> ownIndex;
     NameIndex* index;

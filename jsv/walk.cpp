@@ -32,6 +32,9 @@ void Walk::begin(SchemaNode::BuiltKeyword& request, const Json& datum, const Pla
 }
 
 void Walk::visit(SchemaNode& node, const Json& datum, const Place& place) {
+    if (isPassed(node, datum)) {
+        return;
+    }
     trace(place, [] { return SubschemaTrace(); });
     if (!node.value().is_object()) {
         node.requireSchema();
@@ -49,6 +52,11 @@ void Walk::visit(SchemaNode& node, const Json& datum, const Place& place) {
     if (accounted.size() > firstAccounted) {
         accounted.resize(firstAccounted);
     }
+}
+
+/// Whether it takes no more than a look to know that nothing is to be told of a datum.
+bool Walk::isPassed(const SchemaNode& node, const Json& datum) const {
+    return node.isComplete() && !datum.is_object() && !keepsTraces() && node.valueCheck().passes(datum);
 }
 
 void Walk::visitObject(SchemaNode& node, const Json& datum, const Place& place) {

@@ -100,6 +100,7 @@ public:
 
 private:
     bool tryOut(SchemaNode& node, const Site& site);
+    [[nodiscard]] bool isPassed(const SchemaNode& node, const nlohmann::json& datum) const;
     void visitObject(SchemaNode& node, const nlohmann::json& datum, const Place& place);
     void applyKeywords(SchemaNode& node, const Site& site);
     void buildAndApply(SchemaNode& node, const Site& site);

@@ -37,7 +37,7 @@ TextSet textsIn(const Json& array, const std::string& property) {
         }
         const auto text = element.find(property);
         if (text != element.end() && text->is_string()) {
-            texts.insert(text->get_ref<const std::string&>());
+            texts.add(text->get_ref<const std::string&>());
         }
     }
     return texts;
@@ -52,6 +52,11 @@ const TextSet* lookUp(ReferencedTexts& known, const Json& array, const std::stri
 }
 
 } // namespace
+
+bool isNamed(const Json& datum, const ReferencedNames& referenced) {
+    return referenced.names != nullptr && datum.is_string() &&
+           referenced.names->find(datum.get_ref<const std::string&>()) != TextSet::unknown;
+}
 
 ReferencedNames keep(const RequiredInKeyword& keyword, const SchemaSite& at) {
     requireObject(*keyword.parameter, at.place);
@@ -69,10 +74,7 @@ ReferencedNames keep(const RequiredInKeyword& keyword, const SchemaSite& at) {
 
 void apply(const RequiredInKeyword& keyword, const Site& site) {
     const ReferencedNames& referenced = *keyword.kept;
-    const Json& datum = site.datum;
-    const bool isNamed = referenced.names != nullptr && datum.is_string() &&
-                         referenced.names->count(datum.get_ref<const std::string&>()) > 0;
-    if (!isNamed) {
+    if (!isNamed(site.datum, referenced)) {
         site.walk.report(site.place, [&] {
             return RequiredInMismatch{*referenced.itemProperty, *referenced.arrayReference};
         });

@@ -13,4 +13,7 @@ namespace jsv {
 
 void apply(const RequiredInKeyword& keyword, const Site& site);
 
+/// Whether a datum is one of the texts that a reference leads to.
+[[nodiscard]] bool isNamed(const nlohmann::json& datum, const ReferencedNames& referenced);
+
 } // namespace jsv

@@ -11,14 +11,6 @@ namespace jsv {
 
 namespace {
 
-bool isAllowed(const nlohmann::json& datum, const AllowedTexts& allowed) {
-    if (!allowed.lookUp.empty()) {
-        return datum.is_string() && allowed.lookUp.count(datum.get_ref<const std::string&>()) > 0;
-    }
-    return std::any_of(allowed.texts.begin(), allowed.texts.end(),
-                       [&](const std::string* text) { return isText(datum, *text); });
-}
-
 std::vector<std::string> copyOf(const TextList& texts) {
     std::vector<std::string> copy;
     copy.reserve(texts.size());
@@ -38,6 +30,14 @@ void applyLimit(double limit, const Site& site, Holds holds) {
 }
 
 } // namespace
+
+bool isAllowed(const nlohmann::json& datum, const AllowedTexts& allowed) {
+    if (!allowed.lookUp.empty()) {
+        return datum.is_string() && allowed.lookUp.count(datum.get_ref<const std::string&>()) > 0;
+    }
+    return std::any_of(allowed.texts.begin(), allowed.texts.end(),
+                       [&](const std::string* text) { return isText(datum, *text); });
+}
 
 bool isText(const nlohmann::json& datum, const std::string& text) {
     return datum.is_string() && datum.get_ref<const std::string&>() == text;

@@ -42,6 +42,9 @@ void apply(const IgnoredKeyword& keyword, const Site& site);
 /// Whether a datum is a text and this one.
 [[nodiscard]] bool isText(const nlohmann::json& datum, const std::string& text);
 
+/// Whether a datum is one of the allowed texts.
+[[nodiscard]] bool isAllowed(const nlohmann::json& datum, const AllowedTexts& allowed);
+
 /// The elements of an array as texts.
 /// @throws nlohmann::json::type_error an element is no string.
 [[nodiscard]] TextList textsOf(const nlohmann::json::array_t& array);

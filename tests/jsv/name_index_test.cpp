@@ -56,6 +56,26 @@ TEST(NameIndex, tellsSimilarNamesApart) {
     }
 }
 
+/// A name of a long list, as people number them.
+std::string numbered(std::size_t number, const std::string& end) {
+    return "bank_region_" + std::to_string(number) + end;
+}
+
+TEST(NameIndex, findsEachOfManyNumberedNames) {
+    for (const std::string end : {"", "_of_the_upper_reach"}) {
+        std::deque<std::string> names;
+        NameIndex index;
+        for (std::size_t number = 0; number < 50000; ++number) {
+            names.push_back(numbered(number, end));
+            ASSERT_EQ(index.add(names.back()).id, number);
+        }
+        for (std::size_t number = 0; number < names.size(); ++number) {
+            ASSERT_EQ(index.find(numbered(number, end)), number);
+        }
+        EXPECT_EQ(index.find(numbered(names.size(), end)), NameIndex::unknown);
+    }
+}
+
 TEST(NameIndex, nulBytesCount) {
     NameIndex index;
     const std::string without = "ab";

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <limits>
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "jsv/schema_keyword.hpp"
+#include "jsv/schema_type.hpp"
+
+namespace jsv {
+
+/// What the keywords of one schema together ask of a datum that has no members.
+///
+/// Nearly all data are sound: they are let pass by one question instead of one for each keyword. Whatever
+/// does not pass goes to the keywords, which alone make findings.
+class ValueCheck {
+public:
+    /// Adds what a keyword asks; its parameter must have been checked, and it must outlive the check.
+    void add(const SchemaKeyword& keyword);
+
+    /// Whether no keyword has a finding for a datum. False also where it takes the keywords to know.
+    [[nodiscard]] bool passes(const nlohmann::json& datum) const;
+
+private:
+    struct Adder;
+    struct Limit {
+        double value;
+        bool isExclusive;
+    };
+
+    [[nodiscard]] bool isWithinLimits(double number) const;
+
+    bool knowsAll = true;
+    SchemaType type = SchemaType::unknown;
+    Limit lowest{-std::numeric_limits<double>::infinity(), false};
+    Limit highest{std::numeric_limits<double>::infinity(), false};
+    const std::string* constant = nullptr;
+    const AllowedTexts* allowed = nullptr;
+    const ReferencedNames* referenced = nullptr;
+};
+
+} // namespace jsv

@@ -9,7 +9,6 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <unordered_set>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -51,7 +50,7 @@ struct CheckedParameter {};
 struct AllowedTexts {
     TextList texts;
     /// The same, for long lists; empty for short ones.
-    std::unordered_set<std::string_view> lookUp;
+    NameIndex lookUp;
 };
 
 struct PropertySchemas {

@@ -23,23 +23,22 @@ NameRole& roleOf(const Name& name, NameRoles& roles) {
 }
 
 SchemaNode::SchemaNode(const nlohmann::json& value, const Place& place)
-    : SchemaNode(value, place, std::make_shared<ReferencedTexts>()) {}
+    : schema(&value),
+      where(place),
+      ownReferences(std::make_unique<ReferencedTexts>()),
+      references(ownReferences.get()) {
+    prepareKeywords();
+}
 
 SchemaNode::SchemaNode(const nlohmann::json& value, const Place& place, SchemaNode& parent, Datum datum)
-    : SchemaNode(value, place, parent.references) {
-    depth = parent.depth + 1;
+    : schema(&value), where(place), depth(parent.depth + 1), references(parent.references) {
     if (datum == Datum::same) {
         index = parent.index;
     }
+    prepareKeywords();
 }
 
-SchemaNode::SchemaNode(const nlohmann::json& value, const Place& place,
-                       std::shared_ptr<ReferencedTexts> shared)
-    : schema(&value),
-      where(place),
-      ownIndex(std::make_unique<NameIndex>()),
-      index(ownIndex.get()),
-      references(std::move(shared)) {
+void SchemaNode::prepareKeywords() {
     if (schema->is_object()) {
         built.reserve(schema->size()); // places refer to their parents: they must not move
         nextMember = schema->begin();

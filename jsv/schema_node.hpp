@@ -71,8 +71,7 @@ public:
     [[nodiscard]] bool describesMembers() const { return hasProperties; }
 
 private:
-    SchemaNode(const nlohmann::json& value, const Place& place, std::shared_ptr<ReferencedTexts> shared);
-
+    void prepareKeywords();
     void collectOwnNames();
     void account(const NameList& names);
 
@@ -86,9 +85,11 @@ private:
     std::vector<BuiltKeyword*> effective;
     ValueCheck check;
     NameRoles roles;
-    std::unique_ptr<NameIndex> ownIndex;
-    NameIndex* index;
-    std::shared_ptr<ReferencedTexts> references;
+    NameIndex ownIndex;
+    NameIndex* index = &ownIndex;
+    /// Of the schema with which a walk begins; the others refer to it.
+    std::unique_ptr<ReferencedTexts> ownReferences;
+    ReferencedTexts* references;
 };
 
 /// Counts a name as accounted for.

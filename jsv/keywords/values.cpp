@@ -32,8 +32,9 @@ void applyLimit(double limit, const Site& site, Holds holds) {
 } // namespace
 
 bool isAllowed(const nlohmann::json& datum, const AllowedTexts& allowed) {
-    if (!allowed.lookUp.empty()) {
-        return datum.is_string() && allowed.lookUp.count(datum.get_ref<const std::string&>()) > 0;
+    if (allowed.lookUp.size() > 0) {
+        return datum.is_string() &&
+               allowed.lookUp.find(datum.get_ref<const std::string&>()) != NameIndex::unknown;
     }
     return std::any_of(allowed.texts.begin(), allowed.texts.end(),
                        [&](const std::string* text) { return isText(datum, *text); });
@@ -67,7 +68,7 @@ AllowedTexts keep(const EnumKeyword& keyword, const SchemaSite& at) {
     AllowedTexts allowed{textsOf(requireArray(*keyword.parameter, at.place)), {}};
     if (allowed.texts.size() > longList) {
         for (const std::string* text : allowed.texts) {
-            allowed.lookUp.insert(*text);
+            allowed.lookUp.add(*text);
         }
     }
     return allowed;

@@ -12,7 +12,7 @@ install(
     COMPONENT development
 )
 install(
-    TARGETS orvante_highfive orvante_api orvante_dataio orvante_h5io orvante_app
+    TARGETS orvante_highfive orvante_api orvante_dataio orvante_h5io orvante_schema orvante_app
     EXPORT orvante-setup
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
     COMPONENT development

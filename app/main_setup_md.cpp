@@ -7,13 +7,15 @@
 #include "app/orvante_main.hpp"
 #include "dataio/json_reader.hpp"
 #include "h5io/result_file.hpp"
+#include "schema/command_file_schema.hpp"
 
 namespace {
 
 /// The setup program: stores the model of a command file in a new result file.
 class OrvanteSetup : public OrvanteMain {
 public:
-    OrvanteSetup() : OrvanteMain("setup", "ORVAMD", "setup") {}
+    OrvanteSetup() : OrvanteMain("setup", "ORVAMD", "setup"), schemaText(commandFileSchema()) {}
+    int run() { return OrvanteMain::run(schemaText); }
 
 private:
     void defineArguments() override;
@@ -26,15 +28,16 @@ private:
     /// @throws h5io::Exception the result file cannot be created, written or closed.
     void writeModel() const;
 
+    const char* schemaText;
     /// Name of the result file; null until the arguments are defined.
     std::unique_ptr<TCLAP::ValueArg<std::string>> outputArg;
 };
 
 void OrvanteSetup::runJob() {
-    // Users quote the line of this assertion when they ask for help: it stays on line 37.
+    const SourceLine here{__FILE__, __LINE__}; // users quote it when they ask for help: it stays on line 37
     const bool isMultiDomain = hasMultiDomainModel();
     assertThat(isMultiDomain, "isMultiDomain()", "The command file does not define a ORVAMD domain model.",
-               {__FILE__, __LINE__});
+               here);
     writeModel();
 }
 

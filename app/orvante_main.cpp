@@ -4,8 +4,10 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <sstream>
 
 #include "api/base_exception.hpp"
+#include "jsv/validate.hpp"
 
 namespace {
 
@@ -34,11 +36,11 @@ void OrvanteMain::initialise(int argc, char** argv) {
     }
 }
 
-int OrvanteMain::run() {
+int OrvanteMain::run(const char* schemaText) {
     // std::exit leaves the application undestroyed: its closing banner means success.
     try {
         if (needsCommandFileValidation()) {
-            loadCommandFile(configFile());
+            loadCommandFile(configFile(), schemaText);
         }
         runJob();
         return 0;
@@ -55,12 +57,18 @@ int OrvanteMain::run() {
     }
 }
 
-void OrvanteMain::loadCommandFile(const std::string& path) {
-    const std::ifstream file(path);
+void OrvanteMain::loadCommandFile(const std::string& path, const char* schemaText) {
+    std::ifstream file(path);
     std::error_code ignored;
     // Opening a directory as a stream succeeds on some systems.
     if (!file.good() || std::filesystem::is_directory(path, ignored)) {
         tell("configuration file not found: " + path);
+        throw BaseException();
+    }
+    constexpr int hasErrors = 2;
+    std::istringstream schema{std::string(schemaText)};
+    if (jsv::validate({&std::cout}, file, schema) == hasErrors) {
+        tell("Terminating ORVANTE due to JSON validation errors.");
         throw BaseException();
     }
 }

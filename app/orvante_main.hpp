@@ -24,9 +24,11 @@ public:
     /// Loads the command file where the program needs one and runs the job.
     ///
     /// A failure is told on `std::cerr` and ends the process with status 1.
+    /// @param schemaText the schema that the command file must obey; not used by programs that need no
+    /// command file.
     /// @return 0
     /// @throws BaseException the job met a faulty argument; meant to end the process.
-    int run();
+    int run(const char* schemaText);
 
 protected:
     /// Adds the program's own arguments to the command line.
@@ -37,7 +39,9 @@ protected:
     virtual void runJob() = 0;
 
 private:
-    /// Makes sure that the command file can be read.
-    /// @throws BaseException it cannot, after the line " -> configuration file not found: " + path.
-    static void loadCommandFile(const std::string& path);
+    /// Validates the command file; the report goes to `std::cout`.
+    /// @throws BaseException the file cannot be opened, after the line " -> configuration file not found: " +
+    /// path, or has errors, after " -> Terminating ORVANTE due to JSON validation errors.".
+    /// @throws std::runtime_error of `jsv::validate`: the file is no JSON, or the schema is at fault.
+    static void loadCommandFile(const std::string& path, const char* schemaText);
 };

@@ -21,6 +21,10 @@ using testing::ExitedWithCode;
 using testing::internal::CaptureStdout;
 using testing::internal::GetCapturedStdout;
 
+/// Of command files that hold a depth.
+const char* const depthSchema =
+    R"({"type": "object", "required": ["depth"], "properties": {"depth": {"type": "number", "minimum": 0}}})";
+
 const std::string killed = " -> ... unfortunately ORVANTE is killed!\n";
 
 /// An application whose steps are recorded and whose job is given by the test.
@@ -50,23 +54,25 @@ private:
     std::function<void()> job;
 };
 
-int start(Application& application, std::vector<std::string> arguments) {
+int start(Application& application, std::vector<std::string> arguments,
+          const char* schemaText = depthSchema) {
     arguments.insert(arguments.begin(), "program");
     std::vector<char*> argv;
     for (std::string& argument : arguments) {
         argv.push_back(argument.data());
     }
     application.initialise(static_cast<int>(argv.size()), argv.data());
-    return application.run();
+    return application.run(schemaText);
 }
 
 /// In a process of its own: the whole life of an application; its status is that of a `main`, and as there
 /// nothing catches what escapes.
-[[noreturn]] void live(bool needsFile, const std::string& file, const std::function<void()>& job) noexcept {
+[[noreturn]] void live(bool needsFile, const std::string& file, const std::function<void()>& job,
+                       const char* schemaText = depthSchema) noexcept {
     int status = 0;
     {
         Application application(needsFile, job);
-        status = start(application, {"-f", file});
+        status = start(application, {"-f", file}, schemaText);
     }
     std::exit(status);
 }
@@ -186,6 +192,74 @@ TEST_F(Failure, directoryAsCommandFileIsNotFound) {
 
 TEST_F(Failure, commandFileIsNotLookedAtWhereItIsNotNeeded) {
     EXPECT_EXIT(live(false, "missing/model.json", [] {}), ExitedWithCode(0), exactly(""));
+}
+
+/// What an application tells of a command file and whether it comes to its job.
+class Loading : public Failure {
+protected:
+    void SetUp() override {
+        Failure::SetUp();
+        // The process of a death test runs the test anew up to the death: the name must be the same there.
+        path = testing::TempDir() + "/" + testing::UnitTest::GetInstance()->current_test_info()->name();
+    }
+    void TearDown() override { std::filesystem::remove(path); }
+
+    void write(const std::string& text) const { std::ofstream(path) << text; }
+    /// Standard output without the banners, of a run that must come to its end.
+    [[nodiscard]] std::string reportOf(const std::string& text) const {
+        write(text);
+        CaptureStdout();
+        {
+            Application application(true, [] { std::cout << "job" << std::endl; });
+            EXPECT_EQ(start(application, {"-f", path}), 0);
+        }
+        const std::string printed = GetCapturedStdout();
+        const std::string start = "MODEL tag binary\n";
+        const std::size_t begin = printed.find(start) + start.size();
+        return printed.substr(begin, printed.find("\n\n---") - begin);
+    }
+
+    std::string path;
+};
+
+TEST_F(Loading, faultlessFileGoesOnInSilence) {
+    EXPECT_EQ(reportOf(R"({"depth": 1.5})"), "job");
+}
+
+TEST_F(Loading, warningsAreReportedAndDoNotStop) {
+    EXPECT_EQ(reportOf(R"({"depth": 1.5, "dept": 1})"),
+              "/dept: Warning: The value of this item will not be used.\n\njob");
+}
+
+TEST_F(Loading, errorsStopBeforeTheJob) {
+    const auto run = [&] {
+        std::cout.rdbuf(std::cerr.rdbuf());
+        write(R"({"depth": -1})");
+        live(true, path, [] { std::cerr << "job" << std::endl; });
+    };
+    EXPECT_EXIT(run(), ExitedWithCode(1),
+                exactly("ORVANTE v4.2.0 (v4.2.0-arm64)\nMODEL tag binary\n"
+                        "/depth: Error: This value must be greater than or equal to 0.000000.\n\n"
+                        " -> Terminating ORVANTE due to JSON validation errors.\n" +
+                        killed));
+}
+
+TEST_F(Loading, whatIsNoJsonIsAnUnhandledException) {
+    write(R"({"depth": )");
+    EXPECT_EXIT(live(true, path, [] { std::cerr << "job" << std::endl; }), ExitedWithCode(1),
+                "^ -> unhandled exception \\(actually, this should never happen\\)\n"
+                " -> Parsing the JSON data file failed: .*\n"
+                " -> ... unfortunately ORVANTE is killed!\n$");
+}
+
+TEST_F(Loading, faultOfTheSchemaIsAnUnhandledException) {
+    write(R"({"depth": 1})");
+    EXPECT_EXIT(live(
+                    true, path, [] { std::cerr << "job" << std::endl; }, R"({"type": "depth"})"),
+                ExitedWithCode(1),
+                exactly(" -> unhandled exception (actually, this should never happen)\n"
+                        " -> /type: The provided type is invalid.\n" +
+                        killed));
 }
 
 } // namespace

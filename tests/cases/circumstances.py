@@ -42,8 +42,9 @@ def run_h5_tool(*arguments: str) -> str:
 
 def nested_model(depth: int) -> str:
     """A model that is `depth` levels deep, its outermost object being the first."""
-    arrays = depth - 2
-    return '{"SETUP":{"ORVAMD":' + "[" * arrays + "]" * arrays + "}}"
+    arrays = depth - 3
+    head = '{"SETUP":{"simulation_name":"deep","ORVAMD":{"multiregion":"deep","nested":'
+    return head + "[" * arrays + "]" * arrays + "}}}"
 
 
 def large_model(template: dict[str, Any], megabytes: int) -> str:

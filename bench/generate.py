@@ -4,6 +4,7 @@
     generate.py multi FILE --size BYTES [--faults SHARE]    a model of many domains, made from the examples
     generate.py single FILE --size BYTES --schema SCHEMA [--faults SHARE]
                                                             a model of one domain with long arrays
+    generate.py like FILE --schema SCHEMA                   JSON of the size and depth of the schema
     generate.py references FILE --count N                   N references into an array of N names
     generate.py findings FILE --count N [--clean]           N values, each of them at fault unless clean
     generate.py findings-schema FILE                        the schema of those
@@ -69,21 +70,23 @@ def made(arguments: argparse.Namespace) -> tuple[scale.Data, dict[str, int]]:
     if arguments.what == "multi":
         return faults.into(scale.multi_domain(arguments.size)), faults.made
     schema = json.loads(arguments.schema.read_text(encoding="ascii"))
+    if arguments.what == "like":
+        return scale.of_same_shape(schema), {}
     return faults.into(scale.single_domain(schema, arguments.size)), faults.made
 
 
 def parse_arguments() -> argparse.Namespace:
     parser = argparse.ArgumentParser(description="Writes the inputs of the benchmarks.")
-    parser.add_argument("what", choices=["multi", "single", "references", "findings", "findings-schema"])
+    parser.add_argument("what", choices=["multi", "single", "like", "references", "findings", "findings-schema"])
     parser.add_argument("file", type=Path)
     parser.add_argument("--size", type=int, default=1_000_000, help="bytes of data, about (default: 1000000)")
-    parser.add_argument("--schema", type=Path, help="schema of command files, for models of one domain")
+    parser.add_argument("--schema", type=Path, help="schema of command files, for models of one domain and for like")
     parser.add_argument("--faults", type=float, default=0, help="share of the values that are at fault (default: 0)")
     parser.add_argument("--count", type=int, default=10_000)
     parser.add_argument("--clean", action="store_true")
     parsed = parser.parse_args()
-    if parsed.what == "single" and parsed.schema is None:
-        parser.error("a model of one domain needs the schema, which tells its references")
+    if parsed.what in ("single", "like") and parsed.schema is None:
+        parser.error("this needs the schema")
     return parsed
 
 

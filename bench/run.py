@@ -216,11 +216,27 @@ def program_row(bench: Bench, data: Path, label: str, target: float, with_file: 
         "program": [bench.program("orvante_setup"), "-f", data, "-o", result],
         "parse": bench.floor(bench.schema(), data),
         "file": [bench.program("file_floor"), data, bench.folder / "floor.h5"],
+        "start": [bench.program("orvante_setup"), "--version"],
     }
     runs = {name: each.cpu for name, each in interleaved(commands, bench.seconds).items()}
     floor = runs["parse"] + (runs["file"] if with_file else 0)
     what = "parse + file floor" if with_file else "parse floor"
-    return Row(f"program / {what}: {label}", runs["program"] / floor, target, milliseconds(runs["program"], floor))
+    stages = bench.stages(bench.schema(), data, 21 if with_file else 5)
+    split = (
+        f"start {milliseconds(runs['start'])}, schema {milliseconds(stages['parse_schema'])},"
+        f" data three times {milliseconds(stages['parse_data'])}, walk {milliseconds(stages['walk'])},"
+        f" HDF5 process {milliseconds(runs['file'])}"
+    )
+    detail = f"{milliseconds(runs['program'], floor)}; {split}"
+    return Row(f"program / {what}: {label}", runs["program"] / floor, target, detail)
+
+
+def schema_text(bench: Bench) -> Iterator[Row]:
+    """Parsing the schema against parsing other JSON of its size and depth."""
+    like = bench.generated("like.json", "like", "--schema", str(bench.schema()))
+    runs = interleaved({"schema": bench.parsing(bench.schema()), "like": bench.parsing(like)}, bench.seconds)
+    schema, other = runs["schema"].cpu, runs["like"].cpu
+    yield Row("parsing the schema / JSON of its size and depth", schema / other, 1.1, milliseconds(schema, other))
 
 
 def writing(bench: Bench) -> Iterator[Row]:
@@ -296,6 +312,7 @@ MEASUREMENTS: dict[str, Callable[[Bench], Iterator[Row]]] = {
     "findings": findings,
     "references": references,
     "program": whole_program,
+    "schema": schema_text,
     "writing": writing,
     "queries": queries,
     "others": others,

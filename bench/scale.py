@@ -144,6 +144,16 @@ def boundaries_at_strings(count: int) -> Data:
     return command_file("ORVAHPC", {"PHYSICAL_PROPERTIES": {}, "ORVAPLANE_2D": plane})
 
 
+def of_same_shape(value: Any) -> Any:
+    """JSON of the same size and depth as other JSON, with names and texts that mean nothing."""
+    if isinstance(value, dict):
+        members = enumerate(value.items())
+        return {str(number).rjust(len(name), "m"): of_same_shape(member) for number, (name, member) in members}
+    if isinstance(value, list):
+        return [of_same_shape(element) for element in value]
+    return "x" * len(value) if isinstance(value, str) else value
+
+
 # ---- faults
 
 
@@ -158,7 +168,7 @@ class Faults:
     def into(self, model: Data) -> Data:
         if self.share == 0:
             return model
-        faulty = json.loads(json.dumps(model))  # repeated domains share their parts, of which each is to be spoiled once
+        faulty = json.loads(json.dumps(model))  # repeated domains share their parts: each is to be spoiled once
         for block in faulty["SETUP"].values():
             self._spoil(block)
         return faulty

@@ -24,7 +24,7 @@ struct Completed {
         Walk(context, unheard).visit(node, data, Place(start));
     }
 
-    bool passes(const json& datum) { return node.valueCheck().passes(datum); }
+    [[nodiscard]] bool passes(const json& datum) const { return node.valueCheck().passes(datum); }
     /// As the keywords tell it: where traces are kept, none is passed over.
     bool hasFinding(const json& datum) {
         AnnotationCollection findings(true);

@@ -47,6 +47,10 @@ class Installation(unittest.TestCase):
         self.assertIn("v4.2.0-arm64", run(self.prefix / "bin/orvante_setup", "--version"))
         self.assertIn("v4.2.0-arm64", run(self.prefix / "bin/jsv", "--version"))
 
+    def test_schema_is_installed_and_describes_an_example(self) -> None:
+        schema = self.prefix / "share/orvante/command_file_schema.json"
+        run(self.prefix / "bin/jsv", schema, Path(SOURCE) / "examples/minimal_plane/model.json")
+
     def test_consumer_finds_libraries_and_headers(self) -> None:
         self.build_consumer(Path(CONSUMER), self.work)
         self.assertEqual(run(self.work / "model_reader", cwd=self.work), "reach\n")

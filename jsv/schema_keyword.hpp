@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <unordered_map>
 #include <utility>
 #include <variant>
@@ -117,10 +118,14 @@ struct AlternativeGroups {
 /// parameter.
 template <typename Kept>
 struct Keyword {
+    /// Large parts stand apart: most keywords keep little, and a schema has thousands of them side by side.
+    using Room =
+        std::conditional_t<(sizeof(Kept) > 2 * sizeof(void*)), std::unique_ptr<Kept>, std::optional<Kept>>;
+
     const nlohmann::json* data;
     const nlohmann::json* parameter;
     /// Empty until the keyword was applied for the first time.
-    std::optional<Kept> kept = std::nullopt;
+    Room kept{};
 };
 
 /// The request to walk a datum against a nested schema; made by other keywords, not by a member of a schema.

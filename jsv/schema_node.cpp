@@ -70,6 +70,8 @@ SchemaNode::BuiltKeyword& SchemaNode::keyword(std::size_t member, const Validati
 }
 
 void SchemaNode::finish() {
+    effective.reserve(built.size());
+    roles.reserve(index->size());
     for (BuiltKeyword& each : built) {
         if (!std::visit([](const auto& keyword) { return keyword.tracesOnly; }, each.keyword)) {
             effective.push_back(&each);

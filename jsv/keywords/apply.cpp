@@ -1,5 +1,9 @@
 #include "jsv/keywords/apply.hpp"
 
+#include <memory>
+#include <optional>
+#include <utility>
+
 #include "jsv/exceptions.hpp"
 #include "jsv/keywords/groups.hpp"
 #include "jsv/keywords/members.hpp"
@@ -10,6 +14,16 @@ namespace jsv {
 
 namespace {
 
+template <typename Kept>
+void store(Kept value, std::optional<Kept>& place) {
+    place = std::move(value);
+}
+
+template <typename Kept>
+void store(Kept value, std::unique_ptr<Kept>& place) {
+    place = std::make_unique<Kept>(std::move(value));
+}
+
 struct Checker {
     const SchemaSite& at;
 
@@ -17,7 +31,7 @@ struct Checker {
     template <typename Kind>
     void operator()(Kind& keyword) const {
         if (!keyword.kept) {
-            keyword.kept = keep(keyword, at);
+            store(keep(keyword, at), keyword.kept);
         }
     }
 };

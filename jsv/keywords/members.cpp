@@ -16,7 +16,9 @@ void traceAccounted(const Name& name, const Site& site) {
 
 NameList namesFrom(const nlohmann::json& parameter, const SchemaSite& at) {
     NameList names;
-    for (const std::string* text : textsOf(requireArray(parameter, at.place))) {
+    const TextList texts = textsOf(requireArray(parameter, at.place));
+    names.reserve(texts.size());
+    for (const std::string* text : texts) {
         names.push_back(at.owner.names().add(*text));
     }
     return names;
@@ -80,7 +82,9 @@ void apply(const OptionalKeyword& keyword, const Site& site) {
 
 PropertySchemas keep(const PropertiesKeyword& keyword, const SchemaSite& at) {
     PropertySchemas kept;
-    for (const auto& [text, schema] : requireObject(*keyword.parameter, at.place)) {
+    const auto& schemas = requireObject(*keyword.parameter, at.place);
+    kept.properties.reserve(schemas.size());
+    for (const auto& [text, schema] : schemas) {
         const Name name = at.owner.names().add(text);
         auto node =
             OwnedSchema(new SchemaNode(schema, Place(at.place, text), at.owner, SchemaNode::Datum::inner));

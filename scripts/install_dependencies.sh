@@ -14,7 +14,8 @@ export LC_ALL=C DEBIAN_FRONTEND=noninteractive
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
 run_packages=(g++ cmake ninja-build pkg-config libtclap-dev libhdf5-dev hdf5-tools)
-test_packages=(git libgtest-dev libgmock-dev libbenchmark-dev python3 python3-h5py python3-jsonschema)
+test_packages=(git libgtest-dev libgmock-dev libbenchmark-dev python3 python3-h5py python3-jsonschema mandoc zsh
+    dpkg-dev file lintian)
 ci_packages=(clang clang-format clang-tidy llvm shellcheck rapidjson-dev libvalijson-dev)
 
 # The JSON library is needed in exactly this version. A release of Debian that has another one takes the package of the

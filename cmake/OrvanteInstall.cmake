@@ -17,7 +17,7 @@ install(
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
     COMPONENT development
 )
-install(TARGETS orvante_setup jsv RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT programs)
+install(TARGETS orvante_setup jsv orvante_reference RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT programs)
 
 foreach(set IN ITEMS jsv setup)
     install(

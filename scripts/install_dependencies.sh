@@ -13,9 +13,9 @@ export LC_ALL=C DEBIAN_FRONTEND=noninteractive
 # shellcheck source=scripts/lib.sh
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
-run_packages=(g++ cmake ninja-build pkg-config libtclap-dev libhdf5-dev hdf5-tools)
+run_packages=(g++ cmake ninja-build pkg-config libtclap-dev libkainjow-mustache-dev libhdf5-dev hdf5-tools)
 test_packages=(git libgtest-dev libgmock-dev libbenchmark-dev python3 python3-h5py python3-jsonschema mandoc zsh
-    dpkg-dev file lintian)
+    dpkg-dev file lintian tidy chromium chromium-driver)
 ci_packages=(clang clang-format clang-tidy llvm shellcheck rapidjson-dev libvalijson-dev)
 
 # The JSON library is needed in exactly this version. A release of Debian that has another one takes the package of the
@@ -57,7 +57,11 @@ clang_runtime_package() {
 find_missing() {
     local runtime list
     wanted=("${run_packages[@]}")
-    [[ $level == run ]] || wanted+=("${test_packages[@]}")
+    if [[ $level != run ]]; then
+        wanted+=("${test_packages[@]}")
+        # Node.js from elsewhere brings its own npm, and Debian's would take its place.
+        command -v npm >/dev/null || wanted+=(nodejs npm)
+    fi
     if [[ $level == ci ]]; then
         runtime=$(clang_runtime_package)
         wanted+=("${ci_packages[@]}" ${runtime:+"$runtime"})

@@ -51,6 +51,12 @@ class Installation(unittest.TestCase):
         schema = self.prefix / "share/orvante/command_file_schema.json"
         run(self.prefix / "bin/jsv", schema, Path(SOURCE) / "examples/minimal_plane/model.json")
 
+    def test_manual_and_schemas_for_editors_are_installed(self) -> None:
+        self.assertIn("v4.2.0-arm64", run(self.prefix / "bin/orvante_reference", "--version"))
+        self.assertTrue((self.prefix / "share/doc/orvante/reference/index.html").exists())
+        for draft in ("draft-07", "2020-12"):
+            self.assertTrue((self.prefix / f"share/orvante/command_file_schema.{draft}.json").exists(), draft)
+
     def test_consumer_finds_libraries_and_headers(self) -> None:
         self.build_consumer(Path(CONSUMER), self.work)
         self.assertEqual(run(self.work / "model_reader", cwd=self.work), "reach\n")

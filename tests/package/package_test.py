@@ -20,7 +20,7 @@ from usage import tool
 
 CMAKE, CPACK, SOURCE, WORK, CONSUMER = sys.argv[1:]
 MODEL = "minimal_chain"
-PROGRAMS = ("orvante_setup", "jsv")
+PROGRAMS = ("orvante_setup", "jsv", "orvante_reference")
 LINTIAN, DPKG_DEB = tool("lintian"), tool("dpkg-deb")
 for needed in ("dpkg-shlibdeps", "file", "gzip", "h5dump"):
     tool(needed)
@@ -113,6 +113,9 @@ class Package(unittest.TestCase):
             share / "bash-completion/completions/orvante_setup",
             share / "zsh/vendor-completions/_orvante_setup",
             share / "orvante/command_file_schema.json",
+            share / "orvante/command_file_schema.draft-07.json",
+            share / "orvante/command_file_schema.2020-12.json",
+            self.documents() / "reference/index.html",
             *(self.documents() / name for name in ("users_guide.md", "README.md", "copyright", "changelog.gz")),
             self.root / "usr/include/orvante/jsv/validate.hpp",
         ]

@@ -6,6 +6,12 @@ install(
     DESTINATION "${CMAKE_INSTALL_DOCDIR}"
     COMPONENT programs
 )
+install(
+    FILES cmake/package_doc_base.txt
+    RENAME orvante-reference
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/doc-base"
+    COMPONENT programs
+)
 install(DIRECTORY examples DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT programs)
 
 if(NOT PROJECT_IS_TOP_LEVEL)

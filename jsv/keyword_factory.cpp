@@ -81,13 +81,19 @@ constexpr std::array<Entry, 20> dialect = {{
 
 SchemaKeyword makeKeyword(const ValidationContext& context, const Json& schemaObject, const Place& place,
                           const std::string& name) {
+    return makeKeyword(context, schemaObject, place, schemaObject.find(name));
+}
+
+SchemaKeyword makeKeyword(const ValidationContext& context, const Json& schemaObject, const Place& place,
+                          Json::const_iterator member) {
+    const std::string& name = member.key();
     const auto* const entry =
         std::find_if(dialect.begin(), dialect.end(), [&](const Entry& each) { return each.name == name; });
     if (entry == dialect.end()) {
         throw InvalidSchemaException(Place(place, name).location(),
                                      "The keyword '" + name + "' is not supported.");
     }
-    return entry->maker({context, schemaObject, place, *schemaObject.find(name)});
+    return entry->maker({context, schemaObject, place, *member});
 }
 
 } // namespace jsv

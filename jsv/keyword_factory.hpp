@@ -16,5 +16,8 @@ namespace jsv {
 /// boolean parameter."
 [[nodiscard]] SchemaKeyword makeKeyword(const ValidationContext& context, const nlohmann::json& schemaObject,
                                         const Place& place, const std::string& name);
+/// The same for a member that has been looked up.
+[[nodiscard]] SchemaKeyword makeKeyword(const ValidationContext& context, const nlohmann::json& schemaObject,
+                                        const Place& place, nlohmann::json::const_iterator member);
 
 } // namespace jsv

@@ -53,10 +53,20 @@ std::size_t NameIndex::slotOf(const Key& key, const std::string& text) const {
     return position;
 }
 
-Name NameIndex::add(const std::string& text) {
-    if (2 * (count + 1) > slots.size()) {
-        grow();
+void NameIndex::reserve(std::size_t more) {
+    constexpr std::size_t smallest = 16;
+    const std::size_t needed = 2 * (count + more);
+    std::size_t size = slots.empty() ? smallest : slots.size();
+    while (size < needed) {
+        size *= 2;
     }
+    if (size > slots.size()) {
+        grow(size);
+    }
+}
+
+Name NameIndex::add(const std::string& text) {
+    reserve(1);
     const Key key(text);
     Slot& slot = slots[slotOf(key, text)];
     if (slot.text == nullptr) {
@@ -66,9 +76,8 @@ Name NameIndex::add(const std::string& text) {
     return {slot.text, slot.id};
 }
 
-void NameIndex::grow() {
-    constexpr std::size_t smallest = 16;
-    std::vector<Slot> larger(slots.empty() ? smallest : 2 * slots.size());
+void NameIndex::grow(std::size_t size) {
+    std::vector<Slot> larger(size);
     larger.swap(slots);
     for (const Slot& slot : larger) {
         if (slot.text != nullptr) {

@@ -24,6 +24,8 @@ public:
     /// Number of a name that is not in the index.
     static constexpr std::size_t unknown = SIZE_MAX;
 
+    /// Makes room for so many names more.
+    void reserve(std::size_t more);
     /// The name with its number, which stays; the text must outlive the index.
     Name add(const std::string& text);
     /// The number of a name, or `unknown`.
@@ -56,7 +58,7 @@ private:
     [[nodiscard]] static std::size_t hashOf(const Key& key, const std::string& text);
     /// The slot of a text, or the free one where it belongs.
     [[nodiscard]] std::size_t slotOf(const Key& key, const std::string& text) const;
-    void grow();
+    void grow(std::size_t size);
 
     /// A power of two of slots, at most half of them taken.
     std::vector<Slot> slots;

@@ -63,7 +63,7 @@ void SchemaNode::requireModestDepth() const {
 SchemaNode::BuiltKeyword& SchemaNode::keyword(std::size_t member, const ValidationContext& context) {
     if (member == built.size()) {
         const std::string& name = nextMember.key();
-        built.push_back({Place(where, name), makeKeyword(context, *schema, where, name)});
+        built.push_back({Place(where, name), makeKeyword(context, *schema, where, nextMember)});
         ++nextMember;
     }
     return built[member];

@@ -84,6 +84,7 @@ PropertySchemas keep(const PropertiesKeyword& keyword, const SchemaSite& at) {
     PropertySchemas kept;
     const auto& schemas = requireObject(*keyword.parameter, at.place);
     kept.properties.reserve(schemas.size());
+    at.owner.names().reserve(schemas.size());
     for (const auto& [text, schema] : schemas) {
         const Name name = at.owner.names().add(text);
         auto node =

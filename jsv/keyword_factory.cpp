@@ -85,7 +85,7 @@ SchemaKeyword makeKeyword(const ValidationContext& context, const Json& schemaOb
 }
 
 SchemaKeyword makeKeyword(const ValidationContext& context, const Json& schemaObject, const Place& place,
-                          Json::const_iterator member) {
+                          const Json::const_iterator& member) {
     const std::string& name = member.key();
     const auto* const entry =
         std::find_if(dialect.begin(), dialect.end(), [&](const Entry& each) { return each.name == name; });

@@ -18,6 +18,6 @@ namespace jsv {
                                         const Place& place, const std::string& name);
 /// The same for a member that has been looked up.
 [[nodiscard]] SchemaKeyword makeKeyword(const ValidationContext& context, const nlohmann::json& schemaObject,
-                                        const Place& place, nlohmann::json::const_iterator member);
+                                        const Place& place, const nlohmann::json::const_iterator& member);
 
 } // namespace jsv

@@ -118,9 +118,10 @@ struct AlternativeGroups {
 /// parameter.
 template <typename Kept>
 struct Keyword {
-    /// Large parts stand apart: most keywords keep little, and a schema has thousands of them side by side.
+    /// What is more than a value stands apart: most keywords keep little, and a schema has thousands of them
+    /// side by side.
     using Room =
-        std::conditional_t<(sizeof(Kept) > 2 * sizeof(void*)), std::unique_ptr<Kept>, std::optional<Kept>>;
+        std::conditional_t<std::is_trivially_copyable_v<Kept>, std::optional<Kept>, std::unique_ptr<Kept>>;
 
     const nlohmann::json* data;
     const nlohmann::json* parameter;

@@ -2,12 +2,12 @@
 
 #include <tclap/CmdLine.h>
 
-#include <exception>
 #include <iostream>
 #include <string>
 
 #include "tools/assemble/assembler.hpp"
 #include "tools/assemble/output.hpp"
+#include "tools/tool_main.hpp"
 
 namespace {
 
@@ -62,14 +62,6 @@ int run(int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
-    try {
-        return run(argc, argv);
-    } catch (const TCLAP::ExitException& end) { // --help and --version
-        return end.getExitStatus();
-    } catch (const TCLAP::ArgException& fault) {
-        return fail(fault.error() +
-                    "; usage: assemble_schema [--json FILE] [--cpp FILE] [--depfile FILE] FOLDER FRAGMENT");
-    } catch (const std::exception& failure) {
-        return fail(failure.what());
-    }
+    return toolMain([&] { return run(argc, argv); }, fail,
+                    "assemble_schema [--json FILE] [--cpp FILE] [--depfile FILE] FOLDER FRAGMENT");
 }

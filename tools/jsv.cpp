@@ -2,13 +2,13 @@
 
 #include <tclap/CmdLine.h>
 
-#include <exception>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <string>
 
 #include "jsv/validate.hpp"
+#include "tools/tool_main.hpp"
 
 namespace {
 
@@ -58,13 +58,5 @@ int run(int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
-    try {
-        return run(argc, argv);
-    } catch (const TCLAP::ExitException& end) { // --help and --version
-        return end.getExitStatus();
-    } catch (const TCLAP::ArgException& fault) {
-        return fail(fault.error() + "; usage: jsv SCHEMA_FILE DATA_FILE");
-    } catch (const std::exception& failure) {
-        return fail(failure.what());
-    }
+    return toolMain([&] { return run(argc, argv); }, fail, "jsv SCHEMA_FILE DATA_FILE");
 }

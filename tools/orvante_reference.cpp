@@ -2,7 +2,6 @@
 
 #include <tclap/CmdLine.h>
 
-#include <exception>
 #include <fstream>
 #include <iostream>
 #include <stdexcept>
@@ -12,6 +11,7 @@
 #include "tools/reference/manual_model.hpp"
 #include "tools/reference/site.hpp"
 #include "tools/reference/standard_schema.hpp"
+#include "tools/tool_main.hpp"
 
 namespace {
 
@@ -71,13 +71,6 @@ int run(int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
-    try {
-        return run(argc, argv);
-    } catch (const TCLAP::ExitException& end) { // --help and --version
-        return end.getExitStatus();
-    } catch (const TCLAP::ArgException& fault) {
-        return fail(fault.error() + "; usage: orvante_reference [--standard DRAFT] SCHEMA_FILE OUTPUT");
-    } catch (const std::exception& failure) {
-        return fail(failure.what());
-    }
+    return toolMain([&] { return run(argc, argv); }, fail,
+                    "orvante_reference [--standard DRAFT] SCHEMA_FILE OUTPUT");
 }

@@ -15,6 +15,14 @@ STEPS = f"{DOMAIN}/properties/TIMESTEP/properties/max_steps"
 CURVE = f"{DOMAIN}/properties/TIMESTEP/properties/Q"
 
 
+class VisibleText(unittest.TestCase):
+    def test_markup_within_words_goes(self) -> None:
+        self.assertEqual(visible_text("m<sup>3</sup>/s &le; 1"), "m3/s \u2264 1")
+
+    def test_items_stay_apart(self) -> None:
+        self.assertEqual(visible_text("<ul><li>joint</li><li>no: apart</li></ul>"), "joint no: apart")
+
+
 class KeyBasics(RuleTest):
     def test_without_description(self) -> None:
         self.assert_breaks("key_basics", STEPS, "a key without description", description=None)

@@ -17,7 +17,8 @@ using kainjow::mustache::mustache;
 using kainjow::mustache::partial;
 
 View partialOf(const char* name) {
-    return View(partial([name] { return std::string(templateText(name)); }));
+    View view(partial([name] { return std::string(templateText(name)); }));
+    return view;
 }
 
 std::string render(const char* name, const View& view) {

@@ -27,7 +27,8 @@ View listOf(const Items& items, const MakeView& makeView) {
     for (const auto& item : items) {
         list.push_back(makeView(item));
     }
-    return View(list);
+    View view(list);
+    return view;
 }
 
 /// Sets a text and, under "has_NAME", whether there is one: an inner list would else show the text of an
@@ -228,7 +229,8 @@ View stepsView(const std::string& path, const PagePlan& plan) {
             break;
         }
     }
-    return View(steps);
+    View list(steps);
+    return list;
 }
 
 bool hasVariants(const Block& block) {
@@ -245,11 +247,11 @@ std::string typeText(const Facts& facts) {
     if (facts.arrayDepth == 0) {
         return element.empty() ? "any value" : element;
     }
-    std::string text = plural(element);
-    for (int i = 0; i < facts.arrayDepth; ++i) {
-        text = (i + 1 < facts.arrayDepth ? "arrays of " : "array of ") + text;
+    std::string text = "array of ";
+    for (int i = 1; i < facts.arrayDepth; ++i) {
+        text += "arrays of ";
     }
-    return text;
+    return text + plural(element);
 }
 
 std::string rangeText(const Facts& facts) {
@@ -274,6 +276,7 @@ std::vector<std::string> conditionTexts(const std::vector<Condition>& conditions
         }
     }
     std::vector<std::string> texts;
+    texts.reserve(lines.size());
     for (const ConditionLine& line : lines) {
         texts.push_back(line.begin + (line.values.empty() ? "" : " " + joined(line.values, ", ")));
     }

@@ -23,13 +23,14 @@ PURE_NAMES = set(
 )
 SWITCHES = ({"yes", "no"}, {"on", "off"})
 LIST_ITEM = re.compile(r"<(li|td)\b[^>]*>(.*?)(?=</?(?:li|td|ul|ol|table)\b)", re.DOTALL)
+LINE_TAG = re.compile(r"</?(?:p|br|ul|ol|li|table|tr|th|td)\b[^<>]*>")
 TAG = re.compile(r"<[^<>]*>")
 DEFAULTS_OF_REQUIRED = {("SETUP", "simulation_name")}
 
 
 def visible_text(markup: str) -> str:
-    """A description without its markup."""
-    return html.unescape(TAG.sub("", markup))
+    """A description without its markup; what stands in lines of its own stays apart."""
+    return " ".join(html.unescape(TAG.sub("", LINE_TAG.sub(" ", markup))).split())
 
 
 def is_pure_number(name: str) -> bool:

@@ -13,17 +13,15 @@ namespace {
 
 using Reader = std::shared_ptr<const dataio::JSONReader>;
 
-const std::string controllers = "SETUP/ORVAMD/CONTROLLER";
-const std::string gravity = "SETUP/ORVAMD/PHYSICAL_PROPERTIES/gravity";
-const std::string timeStep = "output_time_step";
+const std::string planes = "SETUP/ORVAMD/ORVAPLANE_2D";
+const std::string modelName = "SETUP/ORVAMD/multiregion";
+const std::string planeName = "region_name";
 
-/// The last controller of a document that has the key.
-int lastIndex(const dataio::JSONReader& reader) {
-    int index = static_cast<int>(reader.getArraySize(controllers)) - 1;
-    while (index >= 0 && reader.getDouble(controllers, index, timeStep, -1.0) < 0) {
-        --index;
-    }
-    if (index < 0 || reader.getDouble(gravity, -1.0) < 0) {
+/// The last plane of a document, which must have what the queries ask for.
+int lastPlane(const dataio::JSONReader& reader) {
+    const int index = static_cast<int>(reader.getArraySize(planes)) - 1;
+    if (index < 0 || reader.getString(planes, index, planeName, "").empty() ||
+        reader.getString(modelName, "").empty()) {
         throw std::runtime_error("the document lacks what the queries ask for");
     }
     return index;
@@ -40,11 +38,11 @@ void addBenchmark(const std::string& name, Query query) {
 
 void addDocument(const std::string& file) {
     const Reader reader = std::make_shared<const dataio::JSONReader>(file);
-    const int index = lastIndex(*reader);
-    const std::vector<std::string> paths = {gravity, controllers};
-    addBenchmark("getDouble:" + file, [=] { return reader->getDouble(gravity, 0.0); });
-    addBenchmark("getDouble indexed:" + file,
-                 [=] { return reader->getDouble(controllers, index, timeStep, 0.0); });
+    const int index = lastPlane(*reader);
+    const std::vector<std::string> paths = {modelName, planes};
+    addBenchmark("getString:" + file, [=] { return reader->getString(modelName, ""); });
+    addBenchmark("getString indexed:" + file,
+                 [=] { return reader->getString(planes, index, planeName, ""); });
     addBenchmark("hasPaths:" + file, [=] { return reader->hasPaths(paths); });
 }
 

@@ -54,46 +54,42 @@ struct Entry {
     Maker maker;
 };
 
+/// What stands most often in schemas comes first: the table is searched from its beginning.
 constexpr std::array<Entry, 20> dialect = {{
-    {"type", make<TypeKeyword>},
-    {"const", make<ConstKeyword>},
-    {"enum", make<EnumKeyword>},
-    {"minimum", makeMinimum},
-    {"exclusiveMinimum", make<IgnoredKeyword>},
-    {"maximum", makeMaximum},
-    {"exclusiveMaximum", make<IgnoredKeyword>},
-    {"required", make<RequiredKeyword>},
-    {"properties", make<PropertiesKeyword>},
-    {"items", make<ItemsKeyword>},
-    {"requiredIn", make<RequiredInKeyword>},
-    {"oneOf", make<OneOfKeyword>},
-    {"allOf", make<AllOfKeyword>},
-    {"$schema", make<IgnoredKeyword>},
-    {"default", make<DefaultKeyword>},
-    {"format", make<FormatKeyword>},
-    {"optional", make<OptionalKeyword>},
     {"description", make<DescriptionKeyword>},
-    {"autoexpand", make<AutoexpandKeyword>},
+    {"type", make<TypeKeyword>},
+    {"default", make<DefaultKeyword>},
     {"units", make<UnitsKeyword>},
+    {"properties", make<PropertiesKeyword>},
+    {"required", make<RequiredKeyword>},
+    {"const", make<ConstKeyword>},
+    {"optional", make<OptionalKeyword>},
+    {"minimum", makeMinimum},
+    {"maximum", makeMaximum},
+    {"exclusiveMinimum", make<IgnoredKeyword>},
+    {"exclusiveMaximum", make<IgnoredKeyword>},
+    {"enum", make<EnumKeyword>},
+    {"oneOf", make<OneOfKeyword>},
+    {"items", make<ItemsKeyword>},
+    {"format", make<FormatKeyword>},
+    {"allOf", make<AllOfKeyword>},
+    {"requiredIn", make<RequiredInKeyword>},
+    {"autoexpand", make<AutoexpandKeyword>},
+    {"$schema", make<IgnoredKeyword>},
 }};
 
 } // namespace
 
 SchemaKeyword makeKeyword(const ValidationContext& context, const Json& schemaObject, const Place& place,
-                          const std::string& name) {
-    return makeKeyword(context, schemaObject, place, schemaObject.find(name));
-}
-
-SchemaKeyword makeKeyword(const ValidationContext& context, const Json& schemaObject, const Place& place,
-                          const Json::const_iterator& member) {
-    const std::string& name = member.key();
+                          const Json::object_t::value_type& member) {
+    const auto& [name, parameter] = member;
     const auto* const entry =
         std::find_if(dialect.begin(), dialect.end(), [&](const Entry& each) { return each.name == name; });
     if (entry == dialect.end()) {
         throw InvalidSchemaException(Place(place, name).location(),
                                      "The keyword '" + name + "' is not supported.");
     }
-    return entry->maker({context, schemaObject, place, *member});
+    return entry->maker({context, schemaObject, place, parameter});
 }
 
 } // namespace jsv

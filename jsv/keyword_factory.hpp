@@ -1,7 +1,6 @@
 #pragma once
 
 #include <nlohmann/json.hpp>
-#include <string>
 
 #include "jsv/location.hpp"
 #include "jsv/schema_keyword.hpp"
@@ -15,9 +14,7 @@ namespace jsv {
 /// "exclusiveMinimum" or "exclusiveMaximum", where the limit's switch is no boolean, "This keyword requires a
 /// boolean parameter."
 [[nodiscard]] SchemaKeyword makeKeyword(const ValidationContext& context, const nlohmann::json& schemaObject,
-                                        const Place& place, const std::string& name);
-/// The same for a member that has been looked up.
-[[nodiscard]] SchemaKeyword makeKeyword(const ValidationContext& context, const nlohmann::json& schemaObject,
-                                        const Place& place, const nlohmann::json::const_iterator& member);
+                                        const Place& place,
+                                        const nlohmann::json::object_t::value_type& member);
 
 } // namespace jsv

@@ -68,7 +68,7 @@ Location Place::location() const {
 
 void Place::appendTo(Location& location) const {
     if (above == nullptr) {
-        location = *base;
+        location.pointer = *name;
         return;
     }
     above->appendTo(location);

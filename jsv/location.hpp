@@ -32,6 +32,8 @@ public:
     friend bool operator==(const Location& a, const Location& b) { return a.pointer == b.pointer; }
 
 private:
+    friend class Place;
+
     std::string pointer;
 };
 
@@ -43,7 +45,7 @@ private:
 class Place {
 public:
     /// The place where a walk begins.
-    explicit Place(const Location& start) : base(&start) {}
+    explicit Place(const Location& start) : name(&start.pointer) {}
     Place(const Place& parent, const std::string& member) : above(&parent), name(&member) {}
     Place(const Place& parent, std::size_t element) : above(&parent), index(element) {}
     Place(const Place& parent, std::string&& member) = delete;
@@ -53,8 +55,9 @@ public:
 private:
     void appendTo(Location& location) const;
 
+    /// Null where a walk begins.
     const Place* above = nullptr;
-    const Location* base = nullptr;
+    /// Where a walk begins, the whole pointer text; null for an element.
     const std::string* name = nullptr;
     std::size_t index = 0;
 };

@@ -1,5 +1,6 @@
 #include "jsv/name_index.hpp"
 
+#include <algorithm>
 #include <cstring>
 #include <functional>
 #include <utility>
@@ -17,9 +18,10 @@ std::uint64_t numberAt(const char* bytes) {
 
 } // namespace
 
-NameIndex::Key::Key(const std::string& text) : size(text.size()) {
+NameIndex::Key::Key(const std::string& text)
+    : size(static_cast<std::uint32_t>(std::min<std::size_t>(text.size(), UINT32_MAX))) {
     const char* const begin = text.data();
-    const char* const end = begin + size;
+    const char* const end = begin + text.size();
     if (size >= sizeof(std::uint64_t)) {
         head = numberAt<std::uint64_t>(begin);
         tail = numberAt<std::uint64_t>(end - sizeof(std::uint64_t));
@@ -47,17 +49,16 @@ std::size_t NameIndex::slotOf(const Key& key, const std::string& text) const {
     const std::size_t mask = slots.size() - 1;
     std::size_t position = hashOf(key, text) & mask;
     while (slots[position].text != nullptr &&
-           !(slots[position].key == key && (key.decides() || *slots[position].text == text))) {
+           !(slots[position] == key && (key.decides() || *slots[position].text == text))) {
         position = (position + 1) & mask;
     }
     return position;
 }
 
-void NameIndex::reserve(std::size_t more) {
-    constexpr std::size_t smallest = 16;
-    const std::size_t needed = 2 * (count + more);
+void NameIndex::reserve(std::size_t names) {
+    constexpr std::size_t smallest = 8;
     std::size_t size = slots.empty() ? smallest : slots.size();
-    while (size < needed) {
+    while (size < 2 * names) {
         size *= 2;
     }
     if (size > slots.size()) {
@@ -66,11 +67,11 @@ void NameIndex::reserve(std::size_t more) {
 }
 
 Name NameIndex::add(const std::string& text) {
-    reserve(1);
+    reserve(count + std::size_t{1});
     const Key key(text);
     Slot& slot = slots[slotOf(key, text)];
     if (slot.text == nullptr) {
-        slot = {key, &text, count};
+        slot = {{key}, count, &text};
         ++count;
     }
     return {slot.text, slot.id};
@@ -81,7 +82,7 @@ void NameIndex::grow(std::size_t size) {
     larger.swap(slots);
     for (const Slot& slot : larger) {
         if (slot.text != nullptr) {
-            slots[slotOf(slot.key, *slot.text)] = slot;
+            slots[slotOf(slot, *slot.text)] = slot;
         }
     }
 }
@@ -108,9 +109,9 @@ void Members::match() {
         return;
     }
     count = datum.size();
-    scratch.valueOfId.resize(firstValue + namesMatched, nullptr);
+    scratch.valueOfId.resize(firstValue + namesMatched);
     for (const auto& [name, value] : datum.get_ref<const nlohmann::json::object_t&>()) {
-        const std::size_t id = index.find(name);
+        const NameId id = index.find(name);
         scratch.members.push_back({&name, &value, id});
         if (id != NameIndex::unknown) {
             scratch.valueOfId[firstValue + id] = &value;

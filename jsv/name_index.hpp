@@ -8,10 +8,13 @@
 
 namespace jsv {
 
+/// The number of a name in its index.
+using NameId = std::uint32_t;
+
 /// A member name of a schema, numbered by the index that it belongs to; refers into the schema document.
 struct Name {
     const std::string* text;
-    std::size_t id;
+    NameId id;
 };
 
 /// The member names that a schema and its groups of alternatives, which all speak of the same datum, mention
@@ -22,14 +25,14 @@ struct Name {
 class NameIndex {
 public:
     /// Number of a name that is not in the index.
-    static constexpr std::size_t unknown = SIZE_MAX;
+    static constexpr NameId unknown = UINT32_MAX;
 
-    /// Makes room for so many names more.
-    void reserve(std::size_t more);
+    /// Makes room for so many names in all.
+    void reserve(std::size_t names);
     /// The name with its number, which stays; the text must outlive the index.
     Name add(const std::string& text);
     /// The number of a name, or `unknown`.
-    [[nodiscard]] std::size_t find(const std::string& text) const {
+    [[nodiscard]] NameId find(const std::string& text) const {
         return slots.empty() ? unknown : slots[slotOf(Key(text), text)].id;
     }
     [[nodiscard]] std::size_t size() const { return count; }
@@ -47,12 +50,13 @@ private:
 
         std::uint64_t head = 0;
         std::uint64_t tail = 0;
-        std::size_t size = 0;
+        /// The greatest number stands for all sizes from there on.
+        std::uint32_t size = 0;
     };
-    struct Slot {
-        Key key;
+    /// Derived, so that the number takes the room that is left at the key's end.
+    struct Slot : Key {
+        NameId id = unknown;
         const std::string* text = nullptr;
-        std::size_t id = unknown;
     };
 
     [[nodiscard]] static std::size_t hashOf(const Key& key, const std::string& text);
@@ -62,14 +66,14 @@ private:
 
     /// A power of two of slots, at most half of them taken.
     std::vector<Slot> slots;
-    std::size_t count = 0;
+    NameId count = 0;
 };
 
 /// A member of a datum with its number.
 struct Member {
     const std::string* name;
     const nlohmann::json* value;
-    std::size_t id;
+    NameId id;
 };
 
 /// Room for the members of objects inside each other, used like a stack.

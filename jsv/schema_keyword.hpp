@@ -7,9 +7,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <type_traits>
-#include <unordered_map>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -81,13 +79,6 @@ struct ReferencedNames {
     const TextSet* names;
 };
 
-/// Members by which the alternatives of a group are told apart: each alternative fixes each of them.
-struct Selectors {
-    NameList names;
-    /// Of the first selector: the alternatives that fix it to a text.
-    std::unordered_map<std::string_view, std::vector<std::size_t>> byValue;
-};
-
 struct Alternative {
     OwnedSchema schema;
     /// Names that it requires, each once, in the order of the schema.
@@ -99,7 +90,8 @@ struct Alternative {
 /// One group of alternatives: the parameter of a "oneOf".
 struct AlternativeGroup {
     std::vector<Alternative> alternatives;
-    Selectors selectors;
+    /// Members by which the alternatives are told apart: each alternative fixes each of them.
+    NameList selectors;
     /// No alternative says anything about a datum that is no object.
     bool speaksOfMembersOnly = true;
     /// Whether no schema of the group has a fault, however deep; found out when it is first asked.
@@ -120,8 +112,8 @@ template <typename Kept>
 struct Keyword {
     /// What is more than a value stands apart: most keywords keep little, and a schema has thousands of them
     /// side by side.
-    using Room =
-        std::conditional_t<std::is_trivially_copyable_v<Kept>, std::optional<Kept>, std::unique_ptr<Kept>>;
+    static constexpr bool isValue = std::is_trivially_copyable_v<Kept> && sizeof(Kept) <= sizeof(double);
+    using Room = std::conditional_t<isValue, std::optional<Kept>, std::unique_ptr<Kept>>;
 
     const nlohmann::json* data;
     const nlohmann::json* parameter;

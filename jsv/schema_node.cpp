@@ -31,9 +31,12 @@ SchemaNode::SchemaNode(const nlohmann::json& value, const Place& place)
 }
 
 SchemaNode::SchemaNode(const nlohmann::json& value, const Place& place, SchemaNode& parent, Datum datum)
-    : schema(&value), where(place), depth(parent.depth + 1), references(parent.references) {
+    : schema(&value),
+      where(place),
+      depth(static_cast<std::uint16_t>(std::min(parent.depth + std::size_t{1}, maximumDepth + 1))),
+      references(parent.references) {
     if (datum == Datum::same) {
-        index = parent.index;
+        index = &parent.names();
     }
     prepareKeywords();
 }
@@ -41,8 +44,16 @@ SchemaNode::SchemaNode(const nlohmann::json& value, const Place& place, SchemaNo
 void SchemaNode::prepareKeywords() {
     if (schema->is_object()) {
         built.reserve(schema->size()); // places refer to their parents: they must not move
-        nextMember = schema->begin();
+        nextMember = schema->get_ref<const nlohmann::json::object_t&>().begin();
     }
+}
+
+NameIndex& SchemaNode::names() {
+    if (index == nullptr) {
+        ownIndex = std::make_unique<NameIndex>();
+        index = ownIndex.get();
+    }
+    return *index;
 }
 
 void SchemaNode::requireSchema() const {
@@ -62,29 +73,37 @@ void SchemaNode::requireModestDepth() const {
 
 SchemaNode::BuiltKeyword& SchemaNode::keyword(std::size_t member, const ValidationContext& context) {
     if (member == built.size()) {
-        const std::string& name = nextMember.key();
-        built.push_back({Place(where, name), makeKeyword(context, *schema, where, nextMember)});
+        const auto& keyword = *nextMember;
+        built.push_back({Place(where, keyword.first), makeKeyword(context, *schema, where, keyword)});
         ++nextMember;
     }
     return built[member];
 }
 
 void SchemaNode::finish() {
+    for (const BuiltKeyword& each : built) {
+        check.add(each.keyword);
+    }
+    if (!check.isWhole()) {
+        gatherEffectiveKeywords();
+    }
+    if (index != nullptr) {
+        collectOwnNames();
+    }
+    complete = true;
+}
+
+void SchemaNode::gatherEffectiveKeywords() {
     effective.reserve(built.size());
-    roles.reserve(index->size());
     for (BuiltKeyword& each : built) {
         if (!std::visit([](const auto& keyword) { return keyword.tracesOnly; }, each.keyword)) {
             effective.push_back(&each);
         }
     }
-    collectOwnNames();
-    for (const BuiltKeyword* each : effective) {
-        check.add(each->keyword);
-    }
-    complete = true;
 }
 
 void SchemaNode::collectOwnNames() {
+    roles.reserve(index->size());
     for (const BuiltKeyword& each : built) {
         if (const auto* required = std::get_if<RequiredKeyword>(&each.keyword)) {
             account(*required->kept);
@@ -107,44 +126,39 @@ void SchemaNode::account(const NameList& names) {
 
 namespace {
 
-// The schemas inside what is kept of a parameter; every kind of it has its overload.
-
-using Schemas = std::vector<SchemaNode*>;
-
-void addSchemas(const CheckedParameter& /*kept*/, Schemas& /*schemas*/) {}
-void addSchemas(const std::string* /*kept*/, Schemas& /*schemas*/) {}
-void addSchemas(const AllowedTexts& /*kept*/, Schemas& /*schemas*/) {}
-void addSchemas(const NameList& /*kept*/, Schemas& /*schemas*/) {}
-void addSchemas(double /*kept*/, Schemas& /*schemas*/) {}
-void addSchemas(bool /*kept*/, Schemas& /*schemas*/) {}
-void addSchemas(SchemaType /*kept*/, Schemas& /*schemas*/) {}
-void addSchemas(const ReferencedNames& /*kept*/, Schemas& /*schemas*/) {}
-void addSchemas(const ItemsSchema& kept, Schemas& schemas) {
-    schemas.push_back(kept.schema.get());
-}
-void addSchemas(const PropertySchemas& kept, Schemas& schemas) {
-    for (const auto& property : kept.properties) {
-        schemas.push_back(property.schema.get());
-    }
-}
-void addSchemas(const AlternativeGroup& kept, Schemas& schemas) {
-    for (const Alternative& alternative : kept.alternatives) {
-        schemas.push_back(alternative.schema.get());
-    }
-}
-void addSchemas(const AlternativeGroups& kept, Schemas& schemas) {
-    for (const AlternativeGroup& group : kept.groups) {
-        addSchemas(group, schemas);
-    }
-}
-
+/// Whether the schemas inside what is kept of a parameter have no fault; every kind of it has its overload.
 struct NestedSchemas {
-    Schemas operator()(const SubschemaWalk& request) const { return {request.schema}; }
+    const ValidationContext& context;
+
+    bool operator()(const SubschemaWalk& request) const { return isFaultless(*request.schema, context); }
     template <typename Kept>
-    Schemas operator()(const Keyword<Kept>& keyword) const {
-        Schemas schemas;
-        addSchemas(*keyword.kept, schemas);
-        return schemas;
+    bool operator()(const Keyword<Kept>& keyword) const {
+        return areFaultless(*keyword.kept);
+    }
+
+    static bool areFaultless(const CheckedParameter& /*kept*/) { return true; }
+    static bool areFaultless(const std::string* /*kept*/) { return true; }
+    static bool areFaultless(const AllowedTexts& /*kept*/) { return true; }
+    static bool areFaultless(const NameList& /*kept*/) { return true; }
+    static bool areFaultless(double /*kept*/) { return true; }
+    static bool areFaultless(bool /*kept*/) { return true; }
+    static bool areFaultless(SchemaType /*kept*/) { return true; }
+    static bool areFaultless(const ReferencedNames& /*kept*/) { return true; }
+    [[nodiscard]] bool areFaultless(const ItemsSchema& kept) const {
+        return isFaultless(*kept.schema, context);
+    }
+    [[nodiscard]] bool areFaultless(const PropertySchemas& kept) const {
+        return std::all_of(kept.properties.begin(), kept.properties.end(),
+                           [&](const auto& property) { return isFaultless(*property.schema, context); });
+    }
+    [[nodiscard]] bool areFaultless(const AlternativeGroup& kept) const {
+        return std::all_of(
+            kept.alternatives.begin(), kept.alternatives.end(),
+            [&](const Alternative& alternative) { return isFaultless(*alternative.schema, context); });
+    }
+    [[nodiscard]] bool areFaultless(const AlternativeGroups& kept) const {
+        return std::all_of(kept.groups.begin(), kept.groups.end(),
+                           [&](const AlternativeGroup& group) { return areFaultless(group); });
     }
 };
 
@@ -152,10 +166,8 @@ bool hasNoFaultBelow(SchemaNode& node, const ValidationContext& context) {
     for (std::size_t member = 0; member < node.memberCount(); ++member) {
         SchemaNode::BuiltKeyword& built = node.keyword(member, context);
         checkParameter(built, node);
-        for (SchemaNode* nested : std::visit(NestedSchemas(), built.keyword)) {
-            if (!isFaultless(*nested, context)) {
-                return false;
-            }
+        if (!std::visit(NestedSchemas{context}, built.keyword)) {
+            return false;
         }
     }
     if (!node.isComplete()) {

@@ -42,7 +42,7 @@ public:
 
     [[nodiscard]] const nlohmann::json& value() const { return *schema; }
     /// The names that this schema and all that speak of the same datum mention.
-    [[nodiscard]] NameIndex& names() { return *index; }
+    [[nodiscard]] NameIndex& names();
     /// What references of all schemas of a walk have looked up in its data.
     [[nodiscard]] ReferencedTexts& referencedTexts() { return *references; }
 
@@ -62,31 +62,33 @@ public:
     // Of complete nodes.
 
     [[nodiscard]] std::vector<BuiltKeyword>& keywords() { return built; }
-    /// Keywords that can give more than traces.
-    [[nodiscard]] const std::vector<BuiltKeyword*>& effectiveKeywords() const { return effective; }
     /// What its keywords ask of a datum without members.
     [[nodiscard]] const ValueCheck& valueCheck() const { return check; }
+    /// Keywords that can give more than traces; gathered only where the value check is not whole.
+    [[nodiscard]] const std::vector<BuiltKeyword*>& effectiveKeywords() const { return effective; }
     /// What "required", "optional" and "properties" say.
     [[nodiscard]] const NameRoles& ownNames() const { return roles; }
     [[nodiscard]] bool describesMembers() const { return hasProperties; }
 
 private:
     void prepareKeywords();
+    void gatherEffectiveKeywords();
     void collectOwnNames();
     void account(const NameList& names);
 
     const nlohmann::json* schema;
     Place where;
-    std::size_t depth = 0;
+    std::uint16_t depth = 0;
     bool complete = false;
     bool hasProperties = false;
     std::vector<BuiltKeyword> built;
-    nlohmann::json::const_iterator nextMember;
+    nlohmann::json::object_t::const_iterator nextMember;
     std::vector<BuiltKeyword*> effective;
     ValueCheck check;
     NameRoles roles;
-    NameIndex ownIndex;
-    NameIndex* index = &ownIndex;
+    /// Made when it is first asked for: schemas of data without members have no use for it.
+    std::unique_ptr<NameIndex> ownIndex;
+    NameIndex* index = nullptr;
     /// Of the schema with which a walk begins; the others refer to it.
     std::unique_ptr<ReferencedTexts> ownReferences;
     ReferencedTexts* references;

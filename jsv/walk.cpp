@@ -121,7 +121,7 @@ void Walk::applyKeywords(SchemaNode& node, const Site& site) {
         buildAndApply(node, site);
         return;
     }
-    if (tracesNow()) {
+    if (tracesNow() || node.valueCheck().isWhole()) {
         for (SchemaNode::BuiltKeyword& each : node.keywords()) {
             apply(each, site);
         }
@@ -178,7 +178,7 @@ void Walk::warnOfAll(const Json& datum, const Place& place) {
     }
 }
 
-bool Walk::isAccounted(std::size_t id, std::size_t firstAccounted) const {
+bool Walk::isAccounted(NameId id, std::size_t firstAccounted) const {
     return std::any_of(
         accounted.begin() + static_cast<std::ptrdiff_t>(firstAccounted), accounted.end(),
         [&](const NameRoles* names) { return id < names->size() && (*names)[id].isAccounted; });

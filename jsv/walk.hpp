@@ -106,7 +106,7 @@ private:
     void buildAndApply(SchemaNode& node, const Site& site);
     void warnOfUnused(const SchemaNode& node, const Site& site, std::size_t firstAccounted);
     void warnOfAll(const nlohmann::json& datum, const Place& place);
-    [[nodiscard]] bool isAccounted(std::size_t id, std::size_t firstAccounted) const;
+    [[nodiscard]] bool isAccounted(NameId id, std::size_t firstAccounted) const;
     [[nodiscard]] bool tracesNow() const { return sink.keepsTraces() && !isTrial(); }
 
     const ValidationContext& context;

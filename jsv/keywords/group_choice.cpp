@@ -134,21 +134,16 @@ void GroupChoice::applyAll() {
 /// Alternatives that are not candidates cannot fit: a selector of theirs is missing or another.
 template <typename Action>
 void GroupChoice::forEachCandidate(Action action) const {
-    const auto actOnCandidate = [&](std::size_t index) {
-        if (isCandidate(group.alternatives[index])) {
+    const bool selects = !group.selectors.empty() && site.datum.is_object();
+    const Json* const first = selects ? site.members.find(group.selectors.front()) : nullptr;
+    for (std::size_t index = 0; index < group.alternatives.size(); ++index) {
+        const Alternative& alternative = group.alternatives[index];
+        // Most are told apart at one look.
+        if (first != nullptr && !isText(*first, *alternative.selectorValues.front())) {
+            continue;
+        }
+        if (isCandidate(alternative)) {
             action(index);
-        }
-    };
-    const bool selects = !group.selectors.names.empty() && site.datum.is_object();
-    const Json* const first = selects ? site.members.find(group.selectors.names.front()) : nullptr;
-    if (first == nullptr) {
-        for (std::size_t index = 0; index < group.alternatives.size(); ++index) {
-            actOnCandidate(index);
-        }
-    } else if (first->is_string()) {
-        const auto named = group.selectors.byValue.find(first->get_ref<const std::string&>());
-        if (named != group.selectors.byValue.end()) {
-            std::for_each(named->second.begin(), named->second.end(), actOnCandidate);
         }
     }
 }
@@ -159,7 +154,7 @@ bool GroupChoice::isCandidate(const Alternative& alternative) const {
     if (!site.datum.is_object()) {
         return true;
     }
-    const NameList& names = group.selectors.names;
+    const NameList& names = group.selectors;
     for (std::size_t selector = 0; selector < names.size(); ++selector) {
         const Json* const member = site.members.find(names[selector]);
         const bool equal = member == nullptr ? !contains(alternative.required, names[selector])
@@ -220,7 +215,7 @@ void GroupChoice::reportNoneFits() {
 /// The data's selectors are those of no alternative.
 void GroupChoice::reportNoCandidate() {
     bool reported = false;
-    for (const Name& selector : group.selectors.names) {
+    for (const Name& selector : group.selectors) {
         const bool isRequired =
             std::any_of(group.alternatives.begin(), group.alternatives.end(),
                         [&](const Alternative& each) { return contains(each.required, selector); });

@@ -65,6 +65,7 @@ NameList requiredNames(const Json& alternative, NameIndex& index) {
     if (required == alternative.end() || !required->is_array()) {
         return names;
     }
+    names.reserve(required->size());
     for (const Json& text : *required) {
         if (text.is_string()) {
             const Name name = index.add(text.get_ref<const std::string&>());
@@ -102,19 +103,16 @@ void findSelectors(AlternativeGroup& group, NameIndex& index) {
     }
     for (const auto& property : properties->get_ref<const Json::object_t&>()) {
         if (std::all_of(group.alternatives.begin(), group.alternatives.end(), fixes(property.first))) {
-            group.selectors.names.push_back(index.add(property.first));
+            group.selectors.push_back(index.add(property.first));
         }
     }
 }
 
 void keepSelectorValues(AlternativeGroup& group) {
-    for (std::size_t index = 0; index < group.alternatives.size(); ++index) {
-        Alternative& alternative = group.alternatives[index];
-        for (const Name& selector : group.selectors.names) {
+    for (Alternative& alternative : group.alternatives) {
+        alternative.selectorValues.reserve(group.selectors.size());
+        for (const Name& selector : group.selectors) {
             alternative.selectorValues.push_back(fixedText(alternative.schema->value(), *selector.text));
-        }
-        if (!alternative.selectorValues.empty()) {
-            group.selectors.byValue[*alternative.selectorValues.front()].push_back(index);
         }
     }
 }
@@ -123,6 +121,7 @@ AlternativeGroup groupFrom(const Json::array_t& elements, const Place& place, Sc
     AlternativeGroup group;
     NameIndex& index = owner.names();
     std::size_t number = 0;
+    group.alternatives.reserve(elements.size());
     for (const Json& element : elements) {
         group.alternatives.push_back(
             {OwnedSchema(new SchemaNode(element, Place(place, number), owner, SchemaNode::Datum::same)),

@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "jsv/keywords/values.hpp"
 #include "jsv/parameter_checks.hpp"
 #include "jsv/walk.hpp"
 
@@ -15,11 +14,11 @@ void traceAccounted(const Name& name, const Site& site) {
 }
 
 NameList namesFrom(const nlohmann::json& parameter, const SchemaSite& at) {
+    const auto& texts = requireArray(parameter, at.place);
     NameList names;
-    const TextList texts = textsOf(requireArray(parameter, at.place));
     names.reserve(texts.size());
-    for (const std::string* text : texts) {
-        names.push_back(at.owner.names().add(*text));
+    for (const nlohmann::json& text : texts) {
+        names.push_back(at.owner.names().add(text.get_ref<const std::string&>()));
     }
     return names;
 }

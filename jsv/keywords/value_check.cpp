@@ -14,10 +14,16 @@ struct ValueCheck::Adder {
     void operator()(const ConstKeyword& keyword) const { check.constant = *keyword.kept; }
     void operator()(const EnumKeyword& keyword) const { check.allowed = &*keyword.kept; }
     void operator()(const RequiredInKeyword& keyword) const { check.referenced = &*keyword.kept; }
-    void operator()(const MinimumKeyword& keyword) const { check.lowest = {*keyword.kept, false}; }
-    void operator()(const ExclusiveMinimumKeyword& keyword) const { check.lowest = {*keyword.kept, true}; }
-    void operator()(const MaximumKeyword& keyword) const { check.highest = {*keyword.kept, false}; }
-    void operator()(const ExclusiveMaximumKeyword& keyword) const { check.highest = {*keyword.kept, true}; }
+    void operator()(const MinimumKeyword& keyword) const { check.lowest = *keyword.kept; }
+    void operator()(const ExclusiveMinimumKeyword& keyword) const {
+        check.lowest = *keyword.kept;
+        check.lowestIsExcluded = true;
+    }
+    void operator()(const MaximumKeyword& keyword) const { check.highest = *keyword.kept; }
+    void operator()(const ExclusiveMaximumKeyword& keyword) const {
+        check.highest = *keyword.kept;
+        check.highestIsExcluded = true;
+    }
     template <typename Other>
     void operator()(const Other& /*keyword*/) const {
         check.knowsAll = check.knowsAll && Other::tracesOnly;
@@ -37,8 +43,8 @@ bool ValueCheck::passes(const nlohmann::json& datum) const {
 }
 
 bool ValueCheck::isWithinLimits(double number) const {
-    return (lowest.isExclusive ? number > lowest.value : number >= lowest.value) &&
-           (highest.isExclusive ? number < highest.value : number <= highest.value);
+    return (lowestIsExcluded ? number > lowest : number >= lowest) &&
+           (highestIsExcluded ? number < highest : number <= highest);
 }
 
 } // namespace jsv

@@ -20,20 +20,19 @@ public:
 
     /// Whether no keyword has a finding for a datum. False also where it takes the keywords to know.
     [[nodiscard]] bool passes(const nlohmann::json& datum) const;
+    /// Whether it asks all that the keywords ask.
+    [[nodiscard]] bool isWhole() const { return knowsAll; }
 
 private:
     struct Adder;
-    struct Limit {
-        double value;
-        bool isExclusive;
-    };
-
     [[nodiscard]] bool isWithinLimits(double number) const;
 
     bool knowsAll = true;
+    bool lowestIsExcluded = false;
+    bool highestIsExcluded = false;
     SchemaType type = SchemaType::unknown;
-    Limit lowest{-std::numeric_limits<double>::infinity(), false};
-    Limit highest{std::numeric_limits<double>::infinity(), false};
+    double lowest = -std::numeric_limits<double>::infinity();
+    double highest = std::numeric_limits<double>::infinity();
     const std::string* constant = nullptr;
     const AllowedTexts* allowed = nullptr;
     const ReferencedNames* referenced = nullptr;

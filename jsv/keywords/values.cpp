@@ -40,10 +40,6 @@ bool isAllowed(const nlohmann::json& datum, const AllowedTexts& allowed) {
                        [&](const std::string* text) { return isText(datum, *text); });
 }
 
-bool isText(const nlohmann::json& datum, const std::string& text) {
-    return datum.is_string() && datum.get_ref<const std::string&>() == text;
-}
-
 TextList textsOf(const nlohmann::json::array_t& array) {
     TextList texts;
     texts.reserve(array.size());

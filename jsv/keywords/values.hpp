@@ -40,7 +40,9 @@ void apply(const AutoexpandKeyword& keyword, const Site& site);
 void apply(const IgnoredKeyword& keyword, const Site& site);
 
 /// Whether a datum is a text and this one.
-[[nodiscard]] bool isText(const nlohmann::json& datum, const std::string& text);
+[[nodiscard]] inline bool isText(const nlohmann::json& datum, const std::string& text) {
+    return datum.is_string() && datum.get_ref<const std::string&>() == text;
+}
 
 /// Whether a datum is one of the allowed texts.
 [[nodiscard]] bool isAllowed(const nlohmann::json& datum, const AllowedTexts& allowed);

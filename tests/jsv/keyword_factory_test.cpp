@@ -12,10 +12,14 @@ namespace {
 
 using namespace jsv;
 
+const nlohmann::json::object_t::value_type& memberOf(const nlohmann::json& schema, const std::string& name) {
+    return *schema.get_ref<const nlohmann::json::object_t&>().find(name);
+}
+
 SchemaKeyword keywordOf(const nlohmann::json& schema, const std::string& name) {
     static const nlohmann::json data;
     const Location start({"schema"});
-    return makeKeyword({data, schema}, schema, Place(start), name);
+    return makeKeyword({data, schema}, schema, Place(start), memberOf(schema, name));
 }
 
 std::string faultOf(const nlohmann::json& schema, const std::string& name) {
@@ -69,7 +73,8 @@ TEST(MakeKeyword, holdsDataAndParameter) {
     const nlohmann::json data = 1;
     const nlohmann::json schema = {{"const", "x"}};
     const Location start;
-    const auto keyword = std::get<ConstKeyword>(makeKeyword({data, schema}, schema, Place(start), "const"));
+    const auto keyword = std::get<ConstKeyword>(
+        makeKeyword({data, schema}, schema, Place(start), memberOf(schema, "const")));
     EXPECT_EQ(keyword.data, &data);
     EXPECT_EQ(keyword.parameter, &schema["const"]);
 }

@@ -1,10 +1,10 @@
-#include <csignal>
 #include <iostream>
 #include <memory>
 #include <string>
 
 #include "app/assertion.hpp"
 #include "app/orvante_main.hpp"
+#include "compat/process.hpp"
 #include "dataio/json_reader.hpp"
 #include "h5io/result_file.hpp"
 #include "schema/command_file_schema.hpp"
@@ -62,17 +62,11 @@ void OrvanteSetup::writeModel() const {
     h5io::closeFile(file);
 }
 
-/// Lets a write beyond the limit on file sizes fail like one on a full disk, instead of ending the process.
-void survivePassingFileSizeLimit() {
-#ifdef SIGXFSZ
-    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
-#endif
-}
-
 } // namespace
 
 int main(int argc, char** argv) {
-    survivePassingFileSizeLimit();
+    compat::keepFreedMemory();
+    compat::survivePassingFileSizeLimit();
     h5io::leaveFilesAloneAtExit();
     OrvanteSetup setup;
     setup.initialise(argc, argv);

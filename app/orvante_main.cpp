@@ -4,9 +4,9 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <sstream>
 
 #include "api/base_exception.hpp"
+#include "app/text_stream.hpp"
 #include "jsv/validate.hpp"
 
 namespace {
@@ -66,7 +66,7 @@ void OrvanteMain::loadCommandFile(const std::string& path, const char* schemaTex
         throw BaseException();
     }
     constexpr int hasErrors = 2;
-    std::istringstream schema{std::string(schemaText)};
+    TextStream schema(schemaText);
     if (jsv::validate({&std::cout}, file, schema) == hasErrors) {
         tell("Terminating ORVANTE due to JSON validation errors.");
         throw BaseException();

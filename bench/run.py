@@ -18,7 +18,7 @@ from collections.abc import Callable, Iterator
 from dataclasses import dataclass
 from pathlib import Path
 
-from measure import Command, MeasureError, Runs, interleaved, output_of, run_once
+from measure import Command, MeasureError, Runs, interleaved, output_of, run_once, stay_on_one_processor
 
 HERE = Path(__file__).resolve().parent
 TRANSLATOR = HERE.parent / "tools" / "dialect_to_draft4.py"
@@ -352,6 +352,7 @@ def print_table(bench: Bench, chosen: list[str]) -> None:
 
 def main() -> int:
     arguments = parse_arguments()
+    stay_on_one_processor()
     with tempfile.TemporaryDirectory(prefix="orvante_bench_") as temporary:
         folder = arguments.keep or Path(temporary)
         folder.mkdir(parents=True, exist_ok=True)

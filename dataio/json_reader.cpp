@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "api/base_exception.hpp"
+#include "compat/json_document.hpp"
 #include "dataio/json_text.hpp"
 
 namespace dataio {
@@ -125,6 +126,10 @@ JSONReader::JSONReader(const std::string& source) {
     } catch (...) {
         readFile(source);
     }
+}
+
+JSONReader::~JSONReader() {
+    compat::release(document);
 }
 
 void JSONReader::readFile(const std::string& name) {

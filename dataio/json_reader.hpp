@@ -24,6 +24,11 @@ public:
     /// read to its end.
     /// @throws nlohmann::json::exception the file is no JSON text: the library's exception and text.
     explicit JSONReader(const std::string& source);
+    JSONReader(const JSONReader&) = delete;
+    JSONReader(JSONReader&&) = delete;
+    JSONReader& operator=(const JSONReader&) = delete;
+    JSONReader& operator=(JSONReader&&) = delete;
+    ~JSONReader() override;
 
     [[nodiscard]] std::string getFileName() const override;
     [[nodiscard]] std::string dump() const override;

@@ -1,5 +1,7 @@
 #include "dataio/json_text.hpp"
 
+#include <array>
+#include <climits>
 #include <stdexcept>
 
 namespace dataio {
@@ -8,9 +10,26 @@ namespace {
 
 constexpr std::size_t readBlock = std::size_t{1} << 20U;
 
-/// Position behind the string that begins at `start`, the end of the text if it is not closed.
-std::size_t behindString(std::string_view text, std::size_t start) {
-    std::size_t position = start + 1;
+/// The characters that open or close a string, an array or an object.
+constexpr auto marks = [] {
+    std::array<bool, 1U << CHAR_BIT> table{};
+    for (const char mark : {'"', '[', ']', '{', '}'}) {
+        table[static_cast<unsigned char>(mark)] = true;
+    }
+    return table;
+}();
+
+/// Position of the next mark from `position` on, the end of the text if there is none.
+std::size_t nextMark(std::string_view text, std::size_t position) {
+    while (position < text.size() && !marks[static_cast<unsigned char>(text[position])]) {
+        ++position;
+    }
+    return position;
+}
+
+/// Position behind the string whose first character stands at `position`, beyond the text if it is not
+/// closed.
+std::size_t behindString(std::string_view text, std::size_t position) {
     while (position < text.size() && text[position] != '"') {
         position += text[position] == '\\' ? 2U : 1U;
     }
@@ -33,10 +52,11 @@ std::size_t bytesLeft(std::istream& stream) {
 
 void requireModestNesting(std::string_view text) {
     std::size_t depth = 0;
-    for (std::size_t position = 0; position < text.size(); ++position) {
-        switch (text[position]) {
+    for (std::size_t position = nextMark(text, 0); position < text.size();
+         position = nextMark(text, position)) {
+        switch (text[position++]) {
             case '"':
-                position = behindString(text, position) - 1;
+                position = behindString(text, position);
                 break;
             case '[':
             case '{':
@@ -46,11 +66,8 @@ void requireModestNesting(std::string_view text) {
                                              " levels deep: flatten its arrays and objects.");
                 }
                 break;
-            case ']':
-            case '}':
+            default: // closes one
                 depth -= depth > 0 ? 1U : 0U;
-                break;
-            default:
                 break;
         }
     }

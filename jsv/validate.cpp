@@ -4,7 +4,9 @@
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
+#include "compat/json_document.hpp"
 #include "jsv/annotation_collection.hpp"
 #include "jsv/location.hpp"
 #include "jsv/walk.hpp"
@@ -52,6 +54,22 @@ std::string readAll(std::istream& stream, const std::string& documentName) {
     return text;
 }
 
+/// A parsed text.
+class Document {
+public:
+    explicit Document(nlohmann::json parsed) : document(std::move(parsed)) {}
+    Document(const Document&) = delete;
+    Document(Document&&) = delete;
+    Document& operator=(const Document&) = delete;
+    Document& operator=(Document&&) = delete;
+    ~Document() { compat::release(document); }
+
+    [[nodiscard]] const nlohmann::json& value() const { return document; }
+
+private:
+    nlohmann::json document;
+};
+
 nlohmann::json parse(std::istream& stream, const std::string& documentName) {
     const std::string text = readAll(stream, documentName);
     try {
@@ -71,10 +89,10 @@ int verdictOf(const AnnotationCollection& annotations) {
 } // namespace
 
 int validate(ReportOutput output, std::istream& data, std::istream& schema) {
-    const nlohmann::json dataDocument = parse(data, "JSON data");
-    const nlohmann::json schemaDocument = parse(schema, "JSON schema");
+    const Document dataDocument(parse(data, "JSON data"));
+    const Document schemaDocument(parse(schema, "JSON schema"));
     FilteredAnnotationCollection<IssueFilter> annotations;
-    validateAt({dataDocument, schemaDocument}, Location(), Location(), annotations);
+    validateAt({dataDocument.value(), schemaDocument.value()}, Location(), Location(), annotations);
     if (output.stream != nullptr) {
         const std::string report = annotations.report();
         if (!report.empty()) {

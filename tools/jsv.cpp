@@ -7,6 +7,7 @@
 #include <iostream>
 #include <string>
 
+#include "compat/process.hpp"
 #include "jsv/validate.hpp"
 #include "tools/tool_main.hpp"
 
@@ -58,5 +59,6 @@ int run(int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
+    compat::keepFreedMemory();
     return toolMain([&] { return run(argc, argv); }, fail, "jsv SCHEMA_FILE DATA_FILE");
 }

@@ -5,6 +5,7 @@
 
 #include <hdf5.h>
 
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -113,8 +114,14 @@ inline void dump(File& file, const std::string& path, const std::string& text,
     const detail::Handle dataset(H5Dcreate2(file.getId(), path.c_str(), type.get(), space.get(), links.get(),
                                             H5P_DEFAULT, H5P_DEFAULT),
                                  H5Dclose, "The dataset cannot be created.");
+    const detail::Handle transfer(H5Pcreate(H5P_DATASET_XFER), H5Pclose,
+                                  "The transfer properties cannot be created.");
+    // The library's own buffer is made to convert a megabyte of elements; here is one.
+    constexpr std::size_t bufferSize = 4096;
+    detail::require(H5Pset_buffer(transfer.get(), bufferSize, nullptr, nullptr),
+                    "The transfer properties cannot be set.");
     const char* const content = text.c_str();
-    detail::require(H5Dwrite(dataset.get(), type.get(), H5S_ALL, H5S_ALL, H5P_DEFAULT, &content),
+    detail::require(H5Dwrite(dataset.get(), type.get(), H5S_ALL, H5S_ALL, transfer.get(), &content),
                     "The dataset cannot be written.");
     file.flush();
 }

@@ -141,7 +141,7 @@ def validations(bench: Bench) -> Iterator[Row]:
                 runs = interleaved(bench.validation_and_floor(data), bench.seconds)
                 validate, floor = runs["validate"].cpu, runs["floor"].cpu
                 yield Row(f"validate / parse floor: {label}", validate / floor, 1.4, milliseconds(validate, floor))
-                yield walk_row(bench, data, label, 5 if size > 1 else 41)
+                yield walk_row(bench, data, label, 5 if size > 1 else 101)
 
 
 def walk_row(bench: Bench, data: Path, label: str, repetitions: int) -> Row:

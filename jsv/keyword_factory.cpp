@@ -82,14 +82,14 @@ constexpr std::array<Entry, 20> dialect = {{
 
 SchemaKeyword makeKeyword(const ValidationContext& context, const Json& schemaObject, const Place& place,
                           const Json::object_t::value_type& member) {
-    const auto& [name, parameter] = member;
+    const std::string& name = member.first;
     const auto* const entry =
         std::find_if(dialect.begin(), dialect.end(), [&](const Entry& each) { return each.name == name; });
     if (entry == dialect.end()) {
         throw InvalidSchemaException(Place(place, name).location(),
                                      "The keyword '" + name + "' is not supported.");
     }
-    return entry->maker({context, schemaObject, place, parameter});
+    return entry->maker({context, schemaObject, place, member.second});
 }
 
 } // namespace jsv

@@ -100,10 +100,24 @@ struct AlternativeGroup {
     std::optional<NameRoles> allNames;
 };
 
+/// Where a group stands inside "allOf": the places of its schemas refer to it, so that it must not move.
+struct GroupPlace {
+    GroupPlace(const Place& keyword, std::size_t index, const std::string& name)
+        : element(keyword, index), alternatives(element, name) {}
+    GroupPlace(const GroupPlace&) = delete;
+    GroupPlace(GroupPlace&&) = delete;
+    GroupPlace& operator=(const GroupPlace&) = delete;
+    GroupPlace& operator=(GroupPlace&&) = delete;
+    ~GroupPlace() = default;
+
+    Place element;
+    Place alternatives;
+};
+
 struct AlternativeGroups {
     std::vector<AlternativeGroup> groups;
-    /// The steps from the keyword to the groups, which the places of their schemas refer to.
-    std::deque<Place> steps;
+    /// Of each group in turn.
+    std::deque<GroupPlace> places;
 };
 
 /// What the alternatives from 1 on hold: the documents' parts that they refer to, and what is kept of the

@@ -41,7 +41,7 @@ struct Applier {
     const Site& site;
 
     void operator()(OneOfKeyword& keyword) const { apply(keyword, place, site); }
-    void operator()(AllOfKeyword& keyword) const { apply(keyword, place, site); }
+    void operator()(AllOfKeyword& keyword) const { apply(keyword, site); }
     template <typename Kind>
     void operator()(const Kind& keyword) const {
         apply(keyword, site);

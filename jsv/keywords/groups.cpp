@@ -175,9 +175,9 @@ AlternativeGroups keep(const AllOfKeyword& keyword, const SchemaSite& at) {
     AlternativeGroups kept;
     for (std::size_t index = 0; index < elements.size(); ++index) {
         const auto& [name, alternatives] = *elements[index].get_ref<const Json::object_t&>().begin();
-        const Place& element = kept.steps.emplace_back(at.place, index);
-        const Place& group = kept.steps.emplace_back(element, name);
-        kept.groups.push_back(groupFrom(alternatives.get_ref<const Json::array_t&>(), group, at.owner));
+        const GroupPlace& group = kept.places.emplace_back(at.place, index, name);
+        kept.groups.push_back(
+            groupFrom(alternatives.get_ref<const Json::array_t&>(), group.alternatives, at.owner));
     }
     return kept;
 }
@@ -186,15 +186,12 @@ void apply(OneOfKeyword& keyword, const Place& place, const Site& site) {
     GroupChoice(*keyword.kept, place, site).run();
 }
 
-void apply(AllOfKeyword& keyword, const Place& place, const Site& site) {
-    std::size_t index = 0;
-    for (AlternativeGroup& group : keyword.kept->groups) {
-        const Place groupPlace(place, index);
-        GroupChoice(group, groupPlace, site).run();
+void apply(AllOfKeyword& keyword, const Site& site) {
+    for (std::size_t index = 0; index < keyword.kept->groups.size(); ++index) {
+        GroupChoice(keyword.kept->groups[index], keyword.kept->places[index].alternatives, site).run();
         if (site.walk.isDecided()) {
             return;
         }
-        ++index;
     }
 }
 

@@ -13,6 +13,6 @@ namespace jsv {
 [[nodiscard]] AlternativeGroups keep(const AllOfKeyword& keyword, const SchemaSite& at);
 
 void apply(OneOfKeyword& keyword, const Place& place, const Site& site);
-void apply(AllOfKeyword& keyword, const Place& place, const Site& site);
+void apply(AllOfKeyword& keyword, const Site& site);
 
 } // namespace jsv

@@ -40,11 +40,6 @@ std::optional<jsv::Location> describing(const json& schema, const std::vector<st
     return place;
 }
 
-/// The place of the list of alternatives: a group inside an `allOf` is told by the element that holds it.
-std::string groupPlace(const json& schema, const std::string& group) {
-    return schema.at(json::json_pointer(group)).is_object() ? group + "/oneOf" : group;
-}
-
 } // namespace
 
 void WalkRecord::add(jsv::Location location, jsv::Issue issue) {
@@ -64,8 +59,7 @@ void WalkRecord::addPlace(const jsv::Location& location) {
 }
 
 void WalkRecord::addAlternative(const jsv::Location& location, const jsv::AlternativeTrace& choice) {
-    const std::string place =
-        groupPlace(schemaDocument, choice.group) + "/" + std::to_string(choice.alternative);
+    const std::string place = choice.group + "/" + std::to_string(choice.alternative);
     places.insert(place);
     const json& alternative = schemaDocument.at(json::json_pointer(place));
     const json& datum = dataDocument.at(json::json_pointer(location.text()));

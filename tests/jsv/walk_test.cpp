@@ -99,6 +99,19 @@ TEST_F(TracedWalk, choiceOfAnAlternativeIsTraced) {
     EXPECT_EQ(placesOf<AccountedTrace>(collection), Places{"/b"}) << "of the chosen alternative alone";
 }
 
+TEST_F(TracedWalk, choiceInAConjunctionNamesItsGroup) {
+    const char* const schema = R"({"allOf": [{"oneOf": [{"required": ["a"]}]},
+                                             {"oneOf": [{"required": ["b"]}, {"required": ["a"]}]}]})";
+    walk(json::parse(schema), {{"a", 1}});
+    std::vector<std::string> groups;
+    for (const auto& annotation : collection) {
+        if (const auto* choice = std::get_if<AlternativeTrace>(&annotation.issue)) {
+            groups.push_back(choice->group);
+        }
+    }
+    EXPECT_EQ(groups, (std::vector<std::string>{"/allOf/0/oneOf", "/allOf/1/oneOf"}));
+}
+
 TEST_F(TracedWalk, tracesDoNotChangeTheReport) {
     const json schema = {{"type", "object"},
                          {"oneOf", {{{"required", {"a"}}}, {{"required", {"b"}}}}},

@@ -28,6 +28,9 @@ target_compile_options(
 add_library(orvante_compile INTERFACE)
 target_compile_features(orvante_compile INTERFACE cxx_std_17)
 target_compile_options(orvante_compile INTERFACE "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=")
+if(ORVANTE_LIBFUZZER) # the fuzzer goes by the branches that it sees taken, those of the libraries above all
+    target_compile_options(orvante_compile INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 target_link_libraries(orvante_compile INTERFACE orvante_warnings)
 
 # Settings that hold for every target of the project, its programs and tests included.

@@ -126,7 +126,8 @@ template <typename Kept>
 struct Keyword {
     /// What is more than a value stands apart: most keywords keep little, and a schema has thousands of them
     /// side by side.
-    static constexpr bool isValue = std::is_trivially_copyable_v<Kept> && sizeof(Kept) <= sizeof(double);
+    static constexpr bool isValue =
+        std::is_trivially_copyable_v<Kept> && sizeof(std::optional<Kept>) <= sizeof(std::optional<double>);
     using Room = std::conditional_t<isValue, std::optional<Kept>, std::unique_ptr<Kept>>;
 
     const nlohmann::json* data;

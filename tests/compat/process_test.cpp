@@ -14,7 +14,7 @@ namespace {
 
 /// Whether a megabyte gets memory of its own from the system.
 bool megabyteStandsApart() {
-    constexpr std::size_t megabyte = 1024 * 1024;
+    constexpr std::size_t megabyte = std::size_t{1} << 20U;
     const auto before = ::mallinfo2().hblks;
     const auto block = std::make_unique<char[]>(megabyte);
     block[0] = 'x'; // so that the block is not done without

@@ -73,8 +73,8 @@ TEST(MakeKeyword, holdsDataAndParameter) {
     const nlohmann::json data = 1;
     const nlohmann::json schema = {{"const", "x"}};
     const Location start;
-    const auto keyword = std::get<ConstKeyword>(
-        makeKeyword({data, schema}, schema, Place(start), memberOf(schema, "const")));
+    const auto keyword =
+        std::get<ConstKeyword>(makeKeyword({data, schema}, schema, Place(start), memberOf(schema, "const")));
     EXPECT_EQ(keyword.data, &data);
     EXPECT_EQ(keyword.parameter, &schema["const"]);
 }

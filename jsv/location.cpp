@@ -62,8 +62,17 @@ std::vector<std::string> Location::components() const {
 
 Location Place::location() const {
     Location location;
+    location.pointer.reserve(textSize());
     appendTo(location);
     return location;
+}
+
+std::size_t Place::textSize() const {
+    constexpr std::size_t usualIndex = 6; // digits
+    if (above == nullptr) {
+        return name->size();
+    }
+    return above->textSize() + 1 + (name != nullptr ? name->size() : usualIndex);
 }
 
 void Place::appendTo(Location& location) const {

@@ -53,6 +53,8 @@ public:
     [[nodiscard]] Location location() const;
 
 private:
+    /// About how long the pointer text is; one that needs escapes is longer.
+    [[nodiscard]] std::size_t textSize() const;
     void appendTo(Location& location) const;
 
     /// Null where a walk begins.

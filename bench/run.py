@@ -272,8 +272,8 @@ def queries(bench: Bench) -> Iterator[Row]:
     files = {label: bench.data("multi", size, 0) for label, size in sizes.items()}
     options = ["--benchmark_format=json", "--benchmark_repetitions=5", "--benchmark_enable_random_interleaving=true"]
     report = output_of([bench.program("reader_query"), *options, "--benchmark_min_time=0.1", *files.values()])
-    medians = [each for each in report["benchmarks"] if each.get("aggregate_name") == "median"]
-    times = {each["run_name"]: each["cpu_time"] for each in medians}
+    rows = [each for each in report["benchmarks"] if each.get("aggregate_name") == "median"]
+    times = {each["run_name"]: each["cpu_time"] for each in rows}
     for query in ("getString", "getString indexed", "hasPaths"):
         small, middle, big = (times[f"{query}:{files[label]}"] for label in ("10 KB", "1 MB", large))
         detail = f"{big:.0f} / {small:.0f} ns, 1 MB {middle:.0f} ns"

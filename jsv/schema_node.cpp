@@ -31,10 +31,7 @@ SchemaNode::SchemaNode(const nlohmann::json& value, const Place& place)
 }
 
 SchemaNode::SchemaNode(const nlohmann::json& value, const Place& place, SchemaNode& parent, Datum datum)
-    : schema(&value),
-      where(place),
-      depth(static_cast<std::uint16_t>(std::min(parent.depth + std::size_t{1}, maximumDepth + 1))),
-      references(parent.references) {
+    : schema(&value), where(place), depth(parent.depth + 1), references(parent.references) {
     if (datum == Datum::same) {
         index = &parent.names();
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <vector>
@@ -78,7 +79,7 @@ private:
 
     const nlohmann::json* schema;
     Place where;
-    std::uint16_t depth = 0;
+    std::uint32_t depth = 0;
     bool complete = false;
     bool hasProperties = false;
     std::vector<BuiltKeyword> built;

@@ -121,6 +121,7 @@ void Walk::applyKeywords(SchemaNode& node, const Site& site) {
         buildAndApply(node, site);
         return;
     }
+    // Where one check is all, few data ever come here: no list of effective keywords is kept for them.
     if (tracesNow() || node.valueCheck().isWhole()) {
         for (SchemaNode::BuiltKeyword& each : node.keywords()) {
             apply(each, site);
